@@ -34,7 +34,7 @@ inline bool operator<(const _GUID& a, const _GUID& b)
 /// All bytes zero: no document class.
 TOLV_BASE_EXPORT extern const CLSID FIO_CLSID_NULL;
 
-/// Document classes of the suite's tools.
+/// Document classes of the suite's tools, all different.
 TOLV_BASE_EXPORT extern const CLSID TOLF_CLSID_CONSTRAINT_DEFAULT_DOC;
 TOLV_BASE_EXPORT extern const CLSID TOLF_CLSID_PACKAGE_DEFAULT_DOC;
 TOLV_BASE_EXPORT extern const CLSID TOLF_CLSID_FLOORPLAN_DEFAULT_DOC;
