@@ -1,8 +1,11 @@
 #include "tolv_check.h"
 
 #include "msg_internal_error.h"
+#include "tolv_mem.h"
 
 #include <QFileInfo>
+
+TOLV_MEM_INITIALIZER();
 
 void tolv_report_internal_error(const char* text, const char* source_path, int line)
 {
