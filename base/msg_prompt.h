@@ -28,7 +28,8 @@ enum MSG_PROMPT_RESULT
     MSG_PROMPT_RESULT_NO = 7
 };
 
-/// A message that wants an answer.
+/// A message that wants an answer. The object must live until display() has returned; the address of one that is gone
+/// is recognised and refused where a script hands it in.
 class TOLV_BASE_EXPORT MSG_PROMPT : public MSG_BASE
 {
 public:
@@ -36,6 +37,8 @@ public:
     ~MSG_PROMPT() override;
 
     MSG_PROMPT_TYPE get_type() const;
+    /// The answer that the default button gives (MSG_PROMPT_RESULT).
+    int get_default_result() const;
 
     /// Whether the box offers "Don't show this message again"; off at first.
     bool get_offer_dont_show_again() const;
