@@ -30,8 +30,11 @@ public:
     virtual void cancel() = 0;
 };
 
-/// A task that runs a function on a thread of its own. The function gets a CONTROL through which it tells its progress
-/// and learns that it shall stop. The destructor cancels and waits for the function's return.
+/// A task that runs a function on a thread of its own, once. The function gets a CONTROL through which it tells its
+/// progress and learns that it shall stop. The destructor cancels and waits for the function's return.
+///
+/// Order: start(), wait() and is_done() until the task is done, finish(). A task that is cancelled before its start is
+/// done with the start, and its function does not run. A cancel() behind the end changes nothing.
 class TOLV_BASE_EXPORT UIB_THREAD_TASK : public UIB_TASK
 {
 public:
@@ -48,16 +51,20 @@ public:
     };
     using FUNCTION = std::function<void(CONTROL& control)>;
 
-    /// @param function  runs on the thread; what it throws is caught and kept for get_error()
-    /// @param on_finish runs on the GUI thread inside finish(); may be empty
+    /// @param function  runs on the thread; what it throws is caught and kept for get_error(). Empty: nothing to do.
+    /// @param on_finish runs once inside finish(), on the caller's thread, where the function returned and was not
+    ///                  cancelled; may be empty
     explicit UIB_THREAD_TASK(FUNCTION function, std::function<void()> on_finish = {});
     ~UIB_THREAD_TASK() override;
 
+    /// Returns as soon as the task is done; at once before start().
     void wait(int milliseconds) override;
     bool is_done() override;
     std::uint8_t get_progress() override;
     std::string get_text() override;
+    /// A second call does nothing. Where the system refuses a thread the task is done, with get_error().
     void start() override;
+    /// Waits for the end where it is not yet there; does nothing before start().
     void finish() override;
     void cancel() override;
 
@@ -66,5 +73,5 @@ public:
 
 private:
     struct IMPL;
-    std::shared_ptr<IMPL> m_impl;
+    std::unique_ptr<IMPL> m_impl;
 };
