@@ -1,30 +1,6 @@
 #pragma once
 
-#if __has_include("tolv_app.h")
 #include "tolv_app.h"
-#else
-#include <QApplication>
-class TOLV_APP : public QApplication
-{
-public:
-    using QApplication::QApplication;
-    static char** copy_argv_for_qt(int, const char** argv)
-    {
-        return const_cast<char**>(argv);
-    }
-    virtual bool init_instance(int, const char**)
-    {
-        return true;
-    }
-    virtual void exit_instance()
-    {
-    }
-    virtual QWidget* get_main_window()
-    {
-        return nullptr;
-    }
-};
-#endif
 
 #include <QPointer>
 

@@ -24,21 +24,21 @@ TEST_ENVIRONMENT::TEST_ENVIRONMENT()
     if (mkdtemp(pattern.data()) == nullptr)
         throw std::runtime_error("no folder for the test could be made at " + pattern);
     test_folder() = pattern;
-    for (const char* name : {"home", "modules", "tmp", "run"})
+    for (const char* name : {"user", "modules", "tmp", "run"})
         std::filesystem::create_directory(pattern + "/" + name);
     std::filesystem::permissions(pattern + "/run", std::filesystem::perms::owner_all);
 
     const std::vector<std::pair<const char*, std::string>> variables = {
-        {"HOME", pattern + "/home"},
-        {"XDG_CONFIG_HOME", pattern + "/home/.config"},
-        {"XDG_DATA_HOME", pattern + "/home/.local/share"},
-        {"XDG_CACHE_HOME", pattern + "/home/.cache"},
+        {"HOME", pattern + "/user"},
+        {"XDG_CONFIG_HOME", pattern + "/user/.config"},
+        {"XDG_DATA_HOME", pattern + "/user/.local/share"},
+        {"XDG_CACHE_HOME", pattern + "/user/.cache"},
         {"XDG_RUNTIME_DIR", pattern + "/run"},
         {"TMPDIR", pattern + "/tmp"},
         {"NORVANE_REGISTRY_FILE", get_registry_file()},
         {"NORVANE_CFG_FILE", get_configuration_file()},
         {"NORVANE_MODULE_PATH", get_module_folder()},
-        {"NORVANE_USER_PROFILE", pattern + "/home"},
+        {"NORVANE_USER_PROFILE", pattern + "/user"},
     };
     for (const auto& [name, value] : variables)
         setenv(name, value.c_str(), 1);
