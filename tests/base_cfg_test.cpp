@@ -337,7 +337,7 @@ TEST(cfg, look_ups_on_other_threads_see_whole_values)
             });
     while (readers_begun < 4)
         std::this_thread::yield();
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < 2000; ++i)
     {
         cfg_set_value("key", second);
         cfg_unset_value("key");
