@@ -247,7 +247,7 @@ bool IPC_COMMAND::IMPL::TURN::run_script(const REQUEST& request)
     const int code = xtcl_post(request.command.c_str(), true, &result);
     const bool has_owner = lend_owner(false);
     if (code < 0)
-        return fail(make_exit_code(EXIT_STATUS_NOT_STARTED), "the Tcl service is shut down");
+        return fail(make_exit_code(EXIT_STATUS_NOT_STARTED), result);
     if (has_owner)
     {
         hand_on(result.data(), result.size(), request.keep_output);
