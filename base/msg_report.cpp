@@ -1,4 +1,5 @@
 #include "msg.h"
+#include "msg_crash_record_p.h"
 #include "msg_prompt.h"
 #include "xtcl.h"
 
@@ -111,12 +112,14 @@ MSG_DISPLAY* msg_get_display_in_force()
     return last_resort;
 }
 
-void msg_exe_init(int, const char**)
+void msg_exe_init(int argc, const char** argv)
 {
     if (s_is_begun)
         return;
+    msg_crash_set_arguments(argc, argv);
     default_report().set_display(nullptr);
     xtcl_startup();
+    MSG_CRASH_REPORT_MANAGER::arm_fatal_signals();
     s_is_begun = true;
 }
 
@@ -125,4 +128,5 @@ void msg_exe_fini()
     s_is_begun = false;
     default_report().set_display(nullptr);
     xtcl_shutdown();
+    MSG_CRASH_REPORT_MANAGER::disarm_fatal_signals();
 }

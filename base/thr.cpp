@@ -1,5 +1,7 @@
 #include "thr.h"
 
+#include "msg_fatal_signal_p.h"
+
 #include <algorithm>
 #include <atomic>
 #include <climits>
@@ -117,6 +119,7 @@ THR_THREAD_RESULT thr_thread_wrapper(THR_THREAD_FUNCTION function, void* argumen
     if (function == nullptr)
         return 0;
     const RUNNING_MARK mark;
+    const MSG_SIGNAL_STACK signal_stack;
     return function(argument);
 }
 
