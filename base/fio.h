@@ -127,10 +127,11 @@ TOLV_BASE_EXPORT std::string fio_get_extension_string(FIO_EXTENSION_TYPE extensi
 /// A type's extension for new files; FIO_EXTENSION_NONE for unknown types.
 TOLV_BASE_EXPORT FIO_EXTENSION_TYPE fio_get_default_extension_type(FIO_FILE_TYPE type);
 
-/// A type's line in a file dialog: "Verilog HDL File (*.v *.vh)"; with `upper_case_too` each pattern also in capitals.
+/// A type's line in a file dialog: "VHDL File (*.vhd *.vhdl)"; with `upper_case_too` each pattern also in capitals,
+/// "VHDL File (*.vhd *.VHD *.vhdl *.VHDL)". Empty for FIO_FILE_TYPE_UNKNOWN and unknown values.
 TOLV_BASE_EXPORT std::string fio_get_file_type_filter(FIO_FILE_TYPE type, bool upper_case_too);
 
-/// What a type is called: "Verilog HDL File". Empty for unknown values.
+/// What a type is called: "VHDL File". Empty for FIO_FILE_TYPE_UNKNOWN and unknown values.
 TOLV_BASE_EXPORT std::string fio_get_file_type_string(FIO_FILE_TYPE type);
 
 /// What a class of types is called: "Design Files". Empty for unknown values.
@@ -144,7 +145,8 @@ TOLV_BASE_EXPORT FIO_FILE_TYPE fio_get_file_type(const std::string& file_name);
 class TOLV_BASE_EXPORT FIO_EXTENSION_TYPE_INFO
 {
 public:
-    /// All extensions of a type into `*list` (replacing what it held), the default one first.
+    /// All extensions of a type into `*list` (replacing what it held), the default one first; none for unknown types. A
+    /// null list is the internal error "list != NULL".
     static void get_extension_type_list(FIO_FILE_TYPE type, std::list<FIO_EXTENSION_TYPE>* list);
 };
 
@@ -152,12 +154,13 @@ public:
 class TOLV_BASE_EXPORT FIO_FILE_TYPE_INFO
 {
 public:
-    /// All types of a class that the editor opens into `*list` (replacing what it held), by value.
+    /// All types of a class that the editor opens into `*list` (replacing what it held), by value. A null list is the
+    /// internal error "list != NULL".
     static void get_file_type_list(FIO_FILE_TYPE_FLAG flag, FIO_EDITOR_TYPE editor, std::list<FIO_FILE_TYPE>* list);
 };
 
-/// A path as a value: a directory part and a file name part. A path that ends in "/" has no file name part. Building one touches no
-/// file.
+/// A path as a value: a directory part and a file name part, of any bytes. A path whose last segment is empty ("a/"),
+/// "." or ".." has no file name part. Building one and taking it apart touches no file.
 class TOLV_BASE_EXPORT FIO_PATH
 {
 public:
@@ -167,29 +170,33 @@ public:
 
     /// The file name part with its extension; empty for a directory.
     std::string filename() const;
-    /// Replaces the file name part.
+    /// Replaces the file name part. Of a name with "/" the part behind the last one counts; "." and ".." clear it.
     void set_filename(const std::string& name);
     /// Removes the file name part: the path is its directory.
     void clear_filename();
     /// The file name part without its last extension.
     std::string base() const;
-    /// The last extension with its dot; empty for none. A name that begins with its only dot has none.
+    /// The last extension with its dot ("." for a name that ends in one); empty for none. A name that begins with its only
+    /// dot has none. base() and extension() together are filename().
     std::string extension() const;
     bool has_extension() const;
     bool has_filename() const;
     /// The directory part, without a trailing "/" except for the root; empty for a bare file name.
     std::string directory() const;
     bool has_directory() const;
-    /// Goes into a directory below, or up with ".."; an absolute one replaces the directory part.
+    /// Goes into a directory below, or up with ".."; an absolute one replaces the directory part. The file name part
+    /// stays. An empty text changes nothing.
     void cd(const std::string& directory);
-    /// Takes out "." and "x/.." by text alone, without looking at the disk.
+    /// Takes out ".", "x/.." and doubled "/" by text alone, without looking at the disk. Above the root lies the root; what
+    /// leads above the start of a relative path stays.
     void flatten();
-    /// The whole path, made absolute by the current directory, flattened, without a trailing "/"; empty for an empty path.
+    /// The whole path, made absolute by the current directory, flattened, without a trailing "/" except for the root; empty
+    /// for an empty path. Where the current directory no longer exists a relative path stays relative.
     std::string fullpath() const;
-    /// The whole path as it stands.
+    /// The whole path as it stands; a directory ends in "/".
     std::string path() const;
     bool is_empty() const;
-    /// Whether a file or directory of this path exists.
+    /// Whether a file or directory of this path exists; false for a path with a NUL in it.
     bool exists() const;
     /// Whether two paths are the same by the system's comparison: equal full paths (case counts), or the same file.
     bool is_same(const FIO_PATH& other) const;
@@ -199,16 +206,21 @@ private:
     std::string m_filename;
 };
 
-/// The file system.
+/// The file system. No function takes an empty path or one with a NUL in it for an existing file.
 class TOLV_BASE_EXPORT FIO_FILE_SYSTEM
 {
 public:
     /// The process's current directory, absolute; empty where it no longer exists.
     static std::string get_current_directory();
-    /// Makes an absolute or relative directory the current one; false where that fails, with nothing changed.
+    /// Makes a directory the current one; false where that fails, with nothing changed. The whole path counts: a file name
+    /// part is the name of the directory.
     static bool set_current_directory(const FIO_PATH& directory);
+    /// The same with the directory's text, absolute or relative.
     static bool change_current_directory(const std::string& directory);
+    /// Whether something other than a directory exists at the path; links are followed.
     static bool file_exists(const std::string& path);
+    /// Whether a directory exists at the path; links are followed.
     static bool directory_exists(const std::string& path);
+    /// Whether the path exists and this process may write to it.
     static bool is_writable(const std::string& path);
 };
