@@ -1,5 +1,7 @@
 #include "gui_test.h"
 
+#include "gui_answers.h"
+
 #include <QApplication>
 #include <QWidget>
 
@@ -34,12 +36,14 @@ void TOLV_GUI_TEST::SetUp()
 {
     TOLV_TEST::SetUp();
     ASSERT_NO_FATAL_FAILURE(TEST_APPLICATION::require(TEST_APPLICATION::KIND_TOLV));
+    watch_for_answers();
 }
 
 void TOLV_GUI_TEST::TearDown()
 {
     if (TEST_APPLICATION::get_test_app() != nullptr)
     {
+        check_answers();
         check_open_windows();
         app().set_main_window(nullptr);
     }
@@ -55,10 +59,12 @@ void PLAIN_GUI_TEST::SetUp()
 {
     TOLV_TEST::SetUp();
     ASSERT_NO_FATAL_FAILURE(TEST_APPLICATION::require(TEST_APPLICATION::KIND_PLAIN));
+    watch_for_answers();
 }
 
 void PLAIN_GUI_TEST::TearDown()
 {
+    check_answers();
     check_open_windows();
     TOLV_TEST::TearDown();
 }

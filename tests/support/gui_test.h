@@ -1,6 +1,7 @@
 #pragma once
 
 #include "message_watch.h"
+#include "qt_printers.h"
 #include "test_application.h"
 
 #include <gtest/gtest.h>
