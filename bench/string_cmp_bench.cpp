@@ -119,7 +119,7 @@ void with_numeric_collator(benchmark::State& state, const QVector<QString>& colu
 {
     static const QCollator collator = []
     {
-        QCollator result;
+        QCollator result(QLocale(QLocale::English, QLocale::UnitedStates)); // the C locale knows no numeric mode
         result.setNumericMode(true);
         return result;
     }();

@@ -4,6 +4,9 @@
 #include "tolv_global.h"
 #include "tolv_mem.h"
 
+#include <QTextCodec>
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -176,10 +179,27 @@ bool get_value_on_stack(const NUMBER_PARTS& parts, double* value)
     return true;
 }
 
-/// The text in the local 8-bit encoding up to its first NUL.
+/// Whether ASCII characters are themselves in the local 8-bit encoding, of the encodings that are in use.
+bool is_local_encoding_ascii_based()
+{
+    constexpr int MIB_ISO_8859_1 = 4;
+    constexpr int MIB_UTF_8 = 106;
+    const QTextCodec* const codec = QTextCodec::codecForLocale();
+    return codec != nullptr && (codec->mibEnum() == MIB_UTF_8 || codec->mibEnum() == MIB_ISO_8859_1);
+}
+
+/// tolv_qstring_to_stl_string() without the detour through a QByteArray for plain texts.
 std::string get_lexical_key(const QString& text)
 {
-    return tolv_qstring_to_stl_string(text);
+    const auto is_nul_or_beyond_ascii = [](QChar character) { return character.unicode() - 1U > 0x7eU; };
+    const QChar* const begin = text.constData();
+    const QChar* const end = std::find_if(begin, begin + text.size(), is_nul_or_beyond_ascii);
+    const bool is_plain = end == begin + text.size() || end->isNull();
+    if (!is_plain || !is_local_encoding_ascii_based())
+        return tolv_qstring_to_stl_string(text);
+    std::string key(static_cast<std::size_t>(end - begin), '\0');
+    std::transform(begin, end, key.begin(), [](QChar character) { return static_cast<char>(character.unicode()); });
+    return key;
 }
 } // namespace
 
