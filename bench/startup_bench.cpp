@@ -7,6 +7,7 @@
 
 #include <QMainWindow>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
@@ -66,10 +67,11 @@ struct START_TIMES
     std::vector<double> whole;
 };
 
-bool start_process(const char* program, const char* kind, START_TIMES* times)
+bool start_process(const char* program, const char* kind, const QProcessEnvironment& environment, START_TIMES* times)
 {
     const CLOCK::time_point start = CLOCK::now();
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QString::fromLocal8Bit(program), {QLatin1String(kind)});
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
@@ -96,13 +98,25 @@ void print_times(const char* name, const START_TIMES& times)
                 get_median(times.whole));
 }
 
+/// The user's own, with a settings folder and a run-time folder of the measurement.
+QProcessEnvironment make_environment(const QTemporaryDir& folder)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("NORVANE_REGISTRY_FILE"), folder.filePath(QStringLiteral("registry.ini")));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
+    return environment;
+}
+
 int measure(const char* program, int count)
 {
+    const QTemporaryDir folder;
+    const QProcessEnvironment environment = make_environment(folder);
     START_TIMES plain;
     START_TIMES entry_sequence;
     for (int i = 0; i < count; ++i)
     {
-        if (!start_process(program, "plain", &plain) || !start_process(program, "entry_sequence", &entry_sequence))
+        if (!start_process(program, "plain", environment, &plain) ||
+            !start_process(program, "entry_sequence", environment, &entry_sequence))
             return 1;
     }
     std::printf("medians of %d starts of each kind\n", count);

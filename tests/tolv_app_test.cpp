@@ -200,9 +200,15 @@ TEST_F(TOLV_APP_START_TEST, contexts_are_not_shared_where_the_variable_is_presen
     EXPECT_FALSE(QCoreApplication::testAttribute(Qt::AA_ShareOpenGLContexts));
 }
 
-TEST_F(TOLV_APP_START_TEST, the_style_is_fixed_whatever_the_arguments_say)
+TEST_F(TOLV_APP_START_TEST, a_style_argument_is_looked_at_later_and_wins)
 {
     make_app({"tool", "-style", "windows"});
+    EXPECT_EQ(QStringLiteral("windows"), QApplication::style()->objectName());
+}
+
+TEST_F(TOLV_APP_START_TEST, the_style_is_set_before_the_application_exists)
+{
+    make_app();
     const auto* const style = qobject_cast<QProxyStyle*>(QApplication::style());
     ASSERT_NE(nullptr, style);
     EXPECT_EQ(QStringLiteral("fusion"), style->baseStyle()->objectName().toLower());
@@ -296,7 +302,6 @@ TEST_F(TOLV_APP_START_TEST, marks_that_were_set_before_are_restored)
 TEST_F(TOLV_APP_START_TEST, the_application_takes_its_fonts_along)
 {
     make_app();
-    const QSignalSpy spy(m_app.get(), &QGuiApplication::fontDatabaseChanged);
     int change_count = 0;
     QObject::connect(m_app.get(), &QGuiApplication::fontDatabaseChanged, [&change_count] { ++change_count; });
     QFile file(QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf"));
@@ -383,8 +388,10 @@ TEST_F(TOLV_APP_PLAIN_TEST, every_font_name_of_the_list_is_looked_for)
     ASSERT_TRUE(register_fonts(fonts));
     tolv_remove_loaded_fonts();
     int change_count = 0;
-    QObject::connect(qApp, &QGuiApplication::fontDatabaseChanged, qApp, [&change_count] { ++change_count; });
+    const QMetaObject::Connection connection =
+        QObject::connect(qApp, &QGuiApplication::fontDatabaseChanged, [&change_count] { ++change_count; });
     tolv_load_fonts_from_resources();
+    QObject::disconnect(connection);
     EXPECT_EQ(8, change_count);
 }
 

@@ -25,9 +25,9 @@ class TOLV_EXPORT TOLV_APP : public QApplication
 
 public:
     /// Prepares the process for Qt: message routing, the allocator's release rate, the environment that Qt reads, the
-    /// style (fixed here, whatever a `-style` argument says). Returns a deep copy of the arguments for the
-    /// constructor; none is added, removed or changed. The caller owns the array and its strings, each made with array
-    /// new, for the life of the process.
+    /// style. (Qt looks at a `-style` argument and at QT_STYLE_OVERRIDE later, so these still win.) Returns a deep copy
+    /// of the arguments for the constructor; none is added, removed or changed. The caller owns the array and its
+    /// strings, each made with array new, for the life of the process.
     /// @param argc number of arguments; with 0 or less the result is null, and all else is done all the same
     /// @param argv the arguments, no null among the first `argc`: copying stops at one, and the entries behind it are
     ///             left undefined; null counts as no arguments
