@@ -98,12 +98,15 @@ void print_times(const char* name, const START_TIMES& times)
                 get_median(times.whole));
 }
 
-/// The user's own, with a settings folder and a run-time folder of the measurement.
+/// The user's own, with a settings folder and a run-time folder of the measurement, and without a display unless the
+/// user has chosen a platform.
 QProcessEnvironment make_environment(const QTemporaryDir& folder)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("NORVANE_REGISTRY_FILE"), folder.filePath(QStringLiteral("registry.ini")));
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
+    if (!environment.contains(QStringLiteral("QT_QPA_PLATFORM")))
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     return environment;
 }
 
