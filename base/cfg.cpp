@@ -19,7 +19,7 @@ namespace
 {
 using VALUE_MAP = std::map<std::string, std::string, std::less<>>;
 
-constexpr off_t max_file_bytes = 16 * 1024 * 1024;
+constexpr off_t max_file_bytes = off_t(16) * 1024 * 1024;
 constexpr std::string_view own_section = "norvane";
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 

@@ -44,7 +44,7 @@ std::string read_line(const std::string& path)
 std::string get_core_name(const std::string& topology_folder)
 {
     for (const char* name : {"/core_cpus_list", "/thread_siblings_list"})
-        if (const std::string list = read_line(topology_folder + name); !list.empty())
+        if (std::string list = read_line(topology_folder + name); !list.empty())
             return list;
     const std::string core = read_line(topology_folder + "/core_id");
     return core.empty() ? core : read_line(topology_folder + "/physical_package_id") + ":" + core;

@@ -110,7 +110,7 @@ THR_THREAD_ID thr_thread_create(THR_THREAD_FUNCTION function, void* argument, un
     pthread_t thread;
     if (pthread_create(&thread, attributes.get(), run_thread, start.get()) != 0)
         return 0;
-    start.release();
+    static_cast<void>(start.release());
     return id;
 }
 

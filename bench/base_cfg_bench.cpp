@@ -43,7 +43,7 @@ const CONFIGURATION_FILE& configuration_file()
 void look_up_a_switch(benchmark::State& state, const char* key)
 {
     configuration_file();
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(cfg_is_on(key));
 }
 
@@ -68,7 +68,7 @@ void qsettings_switch_of_the_file(benchmark::State& state)
 {
     const QSettings settings(configuration_file().get_path(), QSettings::IniFormat);
     const QString key = QStringLiteral("tolv_some_switch_117");
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(settings.value(key).toBool());
 }
 } // namespace

@@ -252,14 +252,14 @@ TEST(cfg, a_pipe_in_place_of_the_file_does_not_hold_up_the_start)
 TEST(cfg, a_file_of_more_than_16_mib_is_not_read)
 {
     write_configuration("key = 1\n");
-    std::filesystem::resize_file(TEST_ENVIRONMENT::get_configuration_file(), 16 * 1024 * 1024 + 1);
+    std::filesystem::resize_file(TEST_ENVIRONMENT::get_configuration_file(), std::uintmax_t(16) * 1024 * 1024 + 1);
     EXPECT_EQ(3, cfg_get_int_value("key", 3));
 }
 
 TEST(cfg, a_file_of_16_mib_is_read)
 {
     write_configuration("key = 1\n");
-    std::filesystem::resize_file(TEST_ENVIRONMENT::get_configuration_file(), 16 * 1024 * 1024);
+    std::filesystem::resize_file(TEST_ENVIRONMENT::get_configuration_file(), std::uintmax_t(16) * 1024 * 1024);
     EXPECT_EQ(1, cfg_get_int_value("key", 3));
 }
 
@@ -323,6 +323,7 @@ TEST(cfg, look_ups_on_other_threads_see_whole_values)
     std::atomic<int> torn_count{0};
     std::atomic<int> readers_begun{0};
     std::vector<std::thread> readers;
+    readers.reserve(4);
     for (int i = 0; i < 4; ++i)
         readers.emplace_back(
             [&]

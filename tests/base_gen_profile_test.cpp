@@ -72,6 +72,7 @@ TEST(gen_profile, threads_lose_no_counts)
 {
     GEN_PROFILE_BINS::initialize("tool", false);
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back(
             []

@@ -257,6 +257,7 @@ TEST(gen_debug, debugger_output_of_several_threads_is_not_mixed)
     const std::string path = TEST_ENVIRONMENT::get_folder() + "/debug.txt";
     const SCOPED_CONFIGURATION value("debug_output_file", path.c_str());
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (char letter = 'a'; letter < 'e'; ++letter)
         threads.emplace_back(
             [letter]

@@ -90,6 +90,7 @@ TEST(thr, every_other_thread_has_a_number_of_its_own)
     std::mutex mutex;
     std::set<THR_THREAD_ID> ids = {THR_THREAD_MAIN_ID};
     std::vector<std::thread> threads;
+    threads.reserve(20);
     for (int i = 0; i < 20; ++i)
         threads.emplace_back(
             [&]
@@ -204,6 +205,7 @@ TEST(thr, a_variable_without_a_proper_name_is_refused)
 TEST(thr, variables_set_on_many_threads_are_all_there)
 {
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (int i = 0; i < 8; ++i)
         threads.emplace_back(
             [i]
