@@ -87,12 +87,15 @@ void append_function(MSG_FIXED_TEXT& text, const char* function)
     text.append(function);
 }
 
+void ignore_error(void*, const char*, int)
+{
+}
+
 backtrace_state* symbol_state()
 {
     static std::atomic<backtrace_state*> s_state{nullptr};
     if (s_state == nullptr)
-        s_state = backtrace_create_state(
-            nullptr, 1, [](void*, const char*, int) {}, nullptr);
+        s_state = backtrace_create_state(nullptr, 1, ignore_error, nullptr);
     return s_state;
 }
 
@@ -102,37 +105,63 @@ struct SYMBOLISATION
     std::uintptr_t address;
     void (*visit)(void* context, const char* text, std::size_t length);
     void* context;
-    bool is_done;
+    const char* function; ///< of the place that is found and not yet visited; null for none
+    const char* file;
+    int line;
+    const char* symbol; ///< what the symbol table says; null for nothing
 };
 
-int visit_line(void* data, std::uintptr_t, const char* file, int line, const char* function)
+void visit_place(const SYMBOLISATION& symbolisation, const char* function)
+{
+    MSG_FIXED_TEXT text;
+    append_function(text, function);
+    text.append(" at ");
+    text.append(symbolisation.file);
+    text.append(':');
+    text.append_number(static_cast<unsigned long long>(symbolisation.line > 0 ? symbolisation.line : 0));
+    symbolisation.visit(symbolisation.context, text.get(), text.get_length());
+}
+
+/// Called for the functions at one address from the innermost that was placed in another one outwards.
+int take_place(void* data, std::uintptr_t, const char* file, int line, const char* function)
 {
     auto& symbolisation = *static_cast<SYMBOLISATION*>(data);
     if (function == nullptr || file == nullptr)
         return 0;
-    MSG_FIXED_TEXT text;
-    append_function(text, function);
-    text.append(" at ");
-    text.append(file);
-    text.append(':');
-    text.append_number(static_cast<unsigned long long>(line > 0 ? line : 0));
-    symbolisation.visit(symbolisation.context, text.get(), text.get_length());
-    symbolisation.is_done = true;
+    if (symbolisation.function != nullptr)
+        visit_place(symbolisation, symbolisation.function);
+    symbolisation.function = function;
+    symbolisation.file = file;
+    symbolisation.line = line;
     return 0;
 }
 
-void visit_symbol(void* data, std::uintptr_t, const char* symbol, std::uintptr_t, std::uintptr_t)
+void take_symbol(void* data, std::uintptr_t, const char* symbol, std::uintptr_t, std::uintptr_t)
 {
-    auto& symbolisation = *static_cast<SYMBOLISATION*>(data);
-    if (symbol == nullptr)
-        return;
+    static_cast<SYMBOLISATION*>(data)->symbol = symbol;
+}
+
+/// Visits the functions at one address. False where neither a line nor a name is known.
+bool visit_symbolised(backtrace_state* state, SYMBOLISATION& symbolisation)
+{
+    backtrace_pcinfo(state, symbolisation.address, take_place, ignore_error, &symbolisation);
+    backtrace_syminfo(state, symbolisation.address, take_symbol, ignore_error, &symbolisation);
+    if (symbolisation.function != nullptr)
+    {
+        // The debug information has the bare name of what is local to a file; the symbol table has all of it.
+        const bool is_bare = std::strncmp(symbolisation.function, "_Z", 2) != 0 && symbolisation.symbol != nullptr;
+        visit_place(symbolisation, is_bare ? symbolisation.symbol : symbolisation.function);
+        return true;
+    }
+    if (symbolisation.symbol == nullptr)
+        return false;
     MSG_FIXED_TEXT text;
-    append_function(text, symbol);
+    append_function(text, symbolisation.symbol);
     text.append(" (");
     append_module(text, symbolisation.address);
     text.append(')');
     symbolisation.visit(symbolisation.context, text.get(), text.get_length());
-    symbolisation.is_done = true;
+    return true;
 }
 #endif
 
@@ -163,13 +192,8 @@ void msg_visit_frames(const MSG_BACKTRACE& backtrace,
     backtrace_state* state = symbol_state();
     for (std::size_t i = 0; i < backtrace.count; ++i)
     {
-        SYMBOLISATION symbolisation = {backtrace.addresses[i], visit, context, false};
-        const auto ignore_error = [](void*, const char*, int) {};
-        if (state != nullptr)
-            backtrace_pcinfo(state, symbolisation.address, visit_line, ignore_error, &symbolisation);
-        if (state != nullptr && !symbolisation.is_done)
-            backtrace_syminfo(state, symbolisation.address, visit_symbol, ignore_error, &symbolisation);
-        if (!symbolisation.is_done)
+        SYMBOLISATION symbolisation = {backtrace.addresses[i], visit, context, nullptr, nullptr, 0, nullptr};
+        if (state == nullptr || !visit_symbolised(state, symbolisation))
             visit_raw_frame(symbolisation.address, visit, context);
     }
 #else

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -63,6 +64,9 @@ enum PART_RESULT
     PART_FAILED
 };
 
+/// Path of the part being written, null while there is none.
+std::atomic<const char*> s_unfinished_part{nullptr};
+
 /// Writes a file that must not be there yet.
 PART_RESULT write_part(const char* path, MSG_CRASH_CONTENT content, void* context)
 {
@@ -70,11 +74,13 @@ PART_RESULT write_part(const char* path, MSG_CRASH_CONTENT content, void* contex
     sink.file = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (sink.file < 0)
         return errno == EEXIST ? PART_IS_THERE : PART_FAILED;
+    s_unfinished_part = path;
     MSG_CRASH_JSON_WRITER writer([](void* target, const char* bytes, std::size_t count)
                                  { static_cast<FILE_SINK*>(target)->add(bytes, count); },
                                  &sink);
     content(context, writer);
     sink.flush();
+    s_unfinished_part = nullptr;
     if (close(sink.file) == 0 && sink.is_good)
         return PART_WRITTEN;
     unlink(path);
@@ -155,4 +161,11 @@ bool msg_crash_replace_file(const char* path, MSG_CRASH_CONTENT content, void* c
         return true;
     unlink(part.get());
     return false;
+}
+
+void msg_crash_drop_unfinished_file()
+{
+    const char* path = s_unfinished_part;
+    if (path != nullptr)
+        unlink(path);
 }

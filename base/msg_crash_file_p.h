@@ -17,3 +17,6 @@ bool msg_crash_write_new_file(const char* folder, const char* time, MSG_CRASH_CO
 
 /// Replaces a file, or leaves it as it was and returns false.
 bool msg_crash_replace_file(const char* path, MSG_CRASH_CONTENT content, void* context);
+
+/// Removes what another thread has written of a file that it will never finish.
+void msg_crash_drop_unfinished_file();

@@ -3,6 +3,7 @@
 #include "cfg.h"
 #include "gen.h"
 #include "msg_fixed_text_p.h"
+#include "msg_utf8_p.h"
 #include "ver.h"
 
 #include <QJsonArray>
@@ -60,31 +61,6 @@ struct ARRAY_MEMBER
 constexpr ARRAY_MEMBER ARGUMENTS = {"arguments", &MSG_CRASH_RECORD::arguments};
 constexpr ARRAY_MEMBER BACKTRACE = {"backtrace", &MSG_CRASH_RECORD::backtrace};
 constexpr ARRAY_MEMBER DEBUG_RECORDS = {"debug_records", &MSG_CRASH_RECORD::debug_records};
-
-unsigned char byte_at(const char* text, std::size_t position)
-{
-    return static_cast<unsigned char>(text[position]);
-}
-
-/// Length of the UTF-8 character at the start of `text`; 0 where there is no valid one.
-std::size_t get_utf8_length(const char* text, std::size_t left)
-{
-    const unsigned char first = byte_at(text, 0);
-    if (first < 0x80)
-        return 1;
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || left < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i)
-    {
-        if ((byte_at(text, i) & 0xC0) != 0x80)
-            return 0;
-    }
-    const unsigned char second = byte_at(text, 1);
-    const bool is_overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-    const bool is_no_character = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
-    return is_overlong || is_no_character ? 0 : length;
-}
 
 void write_array(MSG_CRASH_JSON_WRITER& writer, const MSG_CRASH_RECORD& record, const ARRAY_MEMBER& array)
 {
@@ -222,14 +198,14 @@ void MSG_CRASH_JSON_WRITER::put_string(const char* text, std::size_t length)
     put("\"");
     for (std::size_t i = 0; i < length;)
     {
-        const std::size_t size = get_utf8_length(text + i, length - i);
+        const std::size_t size = msg_get_utf8_length(text + i, length - i);
         if (size == 0)
             put("\xEF\xBF\xBD");
-        else if (byte_at(text, i) < 0x20)
+        else if (static_cast<unsigned char>(text[i]) < 0x20)
         {
             MSG_FIXED_TEXT escape;
             escape.append("\\u");
-            escape.append_number(byte_at(text, i), 16, 4);
+            escape.append_number(static_cast<unsigned char>(text[i]), 16, 4);
             put(escape.get());
         }
         else

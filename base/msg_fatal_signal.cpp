@@ -179,6 +179,7 @@ void write_record(int number, const siginfo_t* info, const void* context)
 
 void on_time_over(int)
 {
+    msg_crash_drop_unfinished_file();
     const int number = s_signal_in_work;
     std::signal(number, SIG_DFL);
     sigset_t only;
@@ -304,7 +305,9 @@ void MSG_CRASH_REPORT_MANAGER::arm_fatal_signals()
     PREPARATION& prepared = preparation();
     if (prepared.is_armed)
         return;
+    // What is made at its first use is made here: the handler may find the heap in ruins.
     get_crash_report_manager();
+    msg_try_visit_debug_records([](void*, const MSG_DEBUG_RECORD&) {}, nullptr);
     prepared.record = msg_crash_make_system_record();
     prepared.record.error_text.reserve(LONGEST_ERROR_TEXT);
     prepared.record.time.reserve(MSG_UTC_TIME_LENGTH);

@@ -135,18 +135,9 @@ void delete_interpreter()
         Tcl_DeleteInterp(interpreter);
 }
 
-/// A command in the form in which Tcl keeps a NUL.
-std::string to_tcl_text(const std::string& text)
-{
-    std::string tcl_text = text;
-    for (std::size_t nul = tcl_text.find('\0'); nul != std::string::npos; nul = tcl_text.find('\0', nul))
-        tcl_text.replace(nul, 1, "\xC0\x80");
-    return tcl_text;
-}
-
 int evaluate(Tcl_Interp* interpreter, const std::string& command, int flags)
 {
-    const std::string text = to_tcl_text(command);
+    const std::string text = xtcl_to_tcl_text(command);
     if (text.size() > static_cast<std::size_t>(INT_MAX))
     {
         Tcl_SetObjResult(interpreter, Tcl_NewStringObj("the command is too long", -1));
