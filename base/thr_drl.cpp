@@ -140,7 +140,8 @@ std::string find_module_file(const std::string& name)
     {
         for (const std::string& file : {"lib" + stem + ".so", stem + ".so"})
         {
-            const std::string path = folder + "/" + file;
+            std::string path = folder;
+            path.append("/").append(file);
             if (is_file(path))
                 return path;
         }

@@ -86,7 +86,7 @@ UIB_THREAD_TASK::UIB_THREAD_TASK(FUNCTION function, std::function<void()> on_fin
 
 UIB_THREAD_TASK::~UIB_THREAD_TASK()
 {
-    cancel();
+    UIB_THREAD_TASK::cancel();
     if (m_impl->thread.joinable())
         m_impl->thread.join();
 }

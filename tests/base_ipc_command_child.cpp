@@ -159,7 +159,7 @@ int tell_number(const ARGUMENTS& arguments)
 /// a session of its own ("session"). Ends as soon as that is set up.
 int leave_child(const ARGUMENTS& arguments)
 {
-    const std::string kind = arguments.at(1);
+    const std::string& kind = arguments.at(1);
     std::array<int, 2> ready{};
     if (pipe(ready.data()) != 0)
         return 99;
@@ -267,7 +267,7 @@ const std::map<std::string, std::function<int(const ARGUMENTS&)>>& get_behaviour
         {"stop",
          [](const ARGUMENTS&)
          {
-             say("ready");
+             say(std::to_string(getpid()));
              raise(SIGSTOP);
              stay();
              return 0;

@@ -21,7 +21,7 @@ using std::chrono::milliseconds;
 
 std::string make_pipe(const std::string& name)
 {
-    const std::string pipe = TEST_ENVIRONMENT::get_folder() + "/" + name;
+    std::string pipe = TEST_ENVIRONMENT::get_folder() + "/" + name;
     EXPECT_EQ(0, mkfifo(pipe.c_str(), 0600));
     return pipe;
 }
@@ -208,7 +208,9 @@ TEST_F(base_ipc_command_end, stopped_command_hears_the_request)
 {
     IPC_RECORDER recorder;
     IPC_BACKGROUND_RUN run(recorder, get_child_command("stop"));
-    recorder.wait_for_lines(1);
+    const pid_t pid = get_numbers(recorder.wait_for_lines(1)).front();
+    siginfo_t info{};
+    EXPECT_EQ(0, waitid(P_PID, static_cast<id_t>(pid), &info, WSTOPPED | WNOWAIT));
     recorder.terminate(0);
     EXPECT_EQ(static_cast<THR_PROCESS_EXIT_CODE>(SIGTERM), run.wait().exit_code);
 }
@@ -332,10 +334,10 @@ TEST_F(base_ipc_command_end, terminate_and_status_are_hammered_from_other_thread
 {
     IPC_RECORDER recorder;
     std::atomic<bool> is_over{false};
-    std::vector<std::thread> hammers;
-    for (int i = 0; i < 3; ++i)
+    std::vector<std::thread> hammers(3);
+    for (std::thread& hammer : hammers)
     {
-        hammers.emplace_back(
+        hammer = std::thread(
             [&]
             {
                 while (!is_over)
@@ -362,8 +364,8 @@ TEST_F(base_ipc_command_end, destructor_ends_the_command_and_waits)
 {
     const std::string pipe = make_pipe("pipe");
     auto command = std::make_unique<IPC_COMMAND>();
-    std::thread thread([&command, line = get_child_command("tell_number " + pipe)]
-                       { command->run(line, "", true, nullptr, "", false); });
+    std::thread thread([object = command.get(), line = get_child_command("tell_number " + pipe)]
+                       { object->run(line, "", true, nullptr, "", false); });
     pid_t pid = 0;
     std::ifstream(pipe) >> pid;
     EXPECT_TRUE(is_alive(pid));

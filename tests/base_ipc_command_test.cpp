@@ -172,7 +172,7 @@ TEST(base_ipc_command, no_shell_takes_part)
 TEST(base_ipc_command, argument_may_have_100000_characters_but_no_more_than_the_system_takes)
 {
     EXPECT_EQ(LINES{"100000"}, run_and_get_lines(get_child_command("argument_size " + std::string(100000, 'x'))));
-    const std::string error = get_start_error(get_child_command("argument_size " + std::string(10000000, 'x')));
+    const std::string error = get_start_error(get_child_command("argument_size " + std::string(500000, 'x')));
     EXPECT_NE(std::string::npos, error.find("Argument list too long")) << error;
 }
 
@@ -218,7 +218,7 @@ TEST(base_ipc_command, command_has_only_its_standard_descriptors)
     // What the surroundings of the test left open is not at issue.
     for (int descriptor = STDERR_FILENO + 1; descriptor < 1024; ++descriptor)
         fcntl(descriptor, F_SETFD, FD_CLOEXEC);
-    const auto take_pipe = [](std::string line) { return line.substr(0, line.find(":[")); };
+    const auto take_pipe = [](const std::string& line) { return line.substr(0, line.find(":[")); };
     for (const std::string& input : {std::string(), std::string("x")})
     {
         const LINES lines = run_and_get_lines(get_child_command("descriptors"), input);
@@ -439,6 +439,8 @@ TEST(base_ipc_command, process_without_free_descriptors_gives_a_reason)
     getrlimit(RLIMIT_NOFILE, &limit);
     const rlimit no_more{4, limit.rlim_max};
     IPC_RECORDER recorder;
+    // Once with all of them: a sanitizer that sees the object for the first time wants descriptors, too.
+    EXPECT_TRUE(recorder.run_here(get_child_command("exit 0")).started);
     setrlimit(RLIMIT_NOFILE, &no_more);
     const auto outcome = recorder.run_here(get_child_command("exit 0"), "input");
     setrlimit(RLIMIT_NOFILE, &limit);

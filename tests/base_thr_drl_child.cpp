@@ -8,7 +8,7 @@
 
 int main(int argc, char** argv)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load(argc > 1 ? argv[1] : nullptr);
+    THR_DRL_HANDLE handle = thr_drl_load(argc > 1 ? argv[1] : nullptr);
     if (handle == nullptr)
     {
         std::printf("%s", thr_drl_get_error().c_str());

@@ -62,7 +62,7 @@ TEST_F(base_thr_drl, bare_name_finds_the_file_of_that_name)
 
 TEST_F(base_thr_drl, endings_dll_and_so_name_the_same_module)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
     ASSERT_NE(nullptr, handle);
     EXPECT_EQ(handle, thr_drl_load("mod_sample.dll"));
     EXPECT_EQ(handle, thr_drl_load(std::string("mod_sample.so")));
@@ -211,7 +211,7 @@ TEST_F(base_thr_drl, module_that_lacks_a_symbol_fails_when_it_is_loaded)
 
 TEST_F(base_thr_drl, missing_function_gives_its_name)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
     EXPECT_EQ(nullptr, thr_drl_find_function(handle, "mod_sample_nothing"));
     EXPECT_EQ("mod_sample_nothing", thr_drl_get_error_data());
     EXPECT_EQ("Can't find function mod_sample_nothing: " + thr_drl_get_system_error(), thr_drl_get_error());
@@ -220,7 +220,7 @@ TEST_F(base_thr_drl, missing_function_gives_its_name)
 
 TEST_F(base_thr_drl, empty_function_name_or_foreign_handle_finds_nothing)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
     int foreign = 0;
     EXPECT_EQ(nullptr, thr_drl_find_function(handle, ""));
     EXPECT_EQ(nullptr, thr_drl_find_function(handle, static_cast<const char*>(nullptr)));
@@ -231,7 +231,7 @@ TEST_F(base_thr_drl, empty_function_name_or_foreign_handle_finds_nothing)
 
 TEST_F(base_thr_drl, module_stays_until_each_load_has_its_unload)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
     ASSERT_NE(nullptr, handle);
     EXPECT_EQ(handle, thr_drl_load("mod_sample"));
     EXPECT_EQ(1, count_call(handle));
@@ -240,13 +240,13 @@ TEST_F(base_thr_drl, module_stays_until_each_load_has_its_unload)
     thr_drl_unload(handle);
     EXPECT_FALSE(is_in_memory(get_sample_file()));
 
-    const THR_DRL_HANDLE again = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE again = thr_drl_load("mod_sample");
     EXPECT_EQ(1, count_call(again));
 }
 
 TEST_F(base_thr_drl, unload_too_many_is_harmless)
 {
-    const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+    THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
     thr_drl_unload(handle);
     thr_drl_unload(handle);
     EXPECT_EQ("Can't unload a module that is not loaded: Invalid argument", thr_drl_get_error());
@@ -291,7 +291,7 @@ TEST_F(base_thr_drl, threads_load_and_unload_at_once)
     {
         for (int i = 0; i < 500; ++i)
         {
-            const THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
+            THR_DRL_HANDLE handle = thr_drl_load("mod_sample");
             ASSERT_NE(nullptr, thr_drl_find_function(handle, FUNCTION));
             thr_drl_unload(handle);
         }
