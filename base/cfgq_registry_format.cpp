@@ -219,7 +219,7 @@ bool CFGQ_REGISTRY_FORMAT::encode(const QVariant& value, QString* text)
         *text = QLatin1String("@int(") + QString::number(value.toInt()) + QLatin1Char(')');
         return true;
     case QMetaType::Double:
-        if (std::isfinite(value.toDouble()))
+        if (std::isfinite(value.toDouble()) && !(value.toDouble() == 0.0 && std::signbit(value.toDouble())))
         {
             *text = QLatin1String("@double(") + QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest) +
                     QLatin1Char(')');

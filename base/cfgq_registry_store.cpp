@@ -136,7 +136,8 @@ qint64 get_change_time(const QString& path)
 /// stands still for milliseconds. So each state of the file gets a time of its own.
 void make_newer_than(const QString& path, qint64 time)
 {
-    if (get_change_time(path) > time)
+    const qint64 present_time = get_change_time(path);
+    if (present_time == 0 || present_time > time)
         return;
     ++time;
     const timespec times[2] = {{0, UTIME_OMIT}, {time_t(time / 1000), long(time % 1000) * 1000000}};
