@@ -120,6 +120,7 @@ public:
 class TOLV_BASE_EXPORT GEN_PROFILE_BINS
 {
 public:
+    /// One counter.
     struct BIN
     {
         std::uint64_t usec = 0;  ///< time spent, microseconds

@@ -53,6 +53,7 @@ private:
 class TOLV_BASE_EXPORT MSG_POST : public MSG_BASE
 {
 public:
+    /// How bad it is; get_display_text() names it.
     enum SEVERITY
     {
         SEVERITY_INFO,
@@ -62,6 +63,7 @@ public:
     explicit MSG_POST(SEVERITY severity = SEVERITY_INFO);
     ~MSG_POST() override;
 
+    /// As given to the constructor.
     SEVERITY get_severity() const;
     /// One line for display: three blanks for each step of `indent`, "Info: ", "Warning: " or "Error: ", with the number
     /// in parentheses where there is one ("Error (189000): "), and the text, with blanks in place of its line ends.
@@ -101,6 +103,7 @@ public:
     MSG_D(const char* tag, MSG_D_LEVEL level);
     ~MSG_D() override;
 
+    /// Tag of the library and level, as given to the constructor.
     const std::string& get_tag() const;
     MSG_D_LEVEL get_level() const;
     /// Fills the text as printf does. A null format gives the empty text.

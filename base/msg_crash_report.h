@@ -40,6 +40,7 @@ struct MSG_CRASH_RECORD
 class TOLV_BASE_EXPORT MSG_CRASH_REPORT_MANAGER
 {
 public:
+    /// The one object, made at the first call; it lives as long as the process.
     static MSG_CRASH_REPORT_MANAGER* get_crash_report_manager();
 
     /// Fills the record for an error at this place of the program, with the backtrace of the calling thread from the

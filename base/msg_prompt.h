@@ -36,6 +36,7 @@ public:
     explicit MSG_PROMPT(MSG_PROMPT_TYPE type);
     ~MSG_PROMPT() override;
 
+    /// As given to the constructor.
     MSG_PROMPT_TYPE get_type() const;
     /// The answer that the default button gives (MSG_PROMPT_RESULT).
     int get_default_result() const;

@@ -7,12 +7,20 @@ function(tolv_precompile target)
   endif()
 endfunction()
 
-# tolv_add_test(<name> SOURCES <file>... LIBS <target>... [PROPERTIES <ctest property> <value>...])
-# One executable for a class family; every case becomes a ctest case of its own that runs in a process of its own.
+# tolv_add_test(<name> [DISPLAY | DISPLAY_ONLY] SOURCES <file>... LIBS <target>... [PROPERTIES <ctest property> <value>...])
+# One executable for a class family; every case becomes a ctest case of its own that runs in a process of its own, without a screen.
+# With DISPLAY the executable runs once more, whole, on a virtual X display with a window manager: the ctest case
+# xvfb.<name>, with the label "display". With DISPLAY_ONLY it runs only there.
 function(tolv_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(ARG "DISPLAY;DISPLAY_ONLY" "" "SOURCES;LIBS;PROPERTIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tolv_flags ${ARG_LIBS})
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 180 ${ARG_PROPERTIES}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  if(NOT ARG_DISPLAY_ONLY)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 180 ${ARG_PROPERTIES}
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  endif()
+  if(ARG_DISPLAY OR ARG_DISPLAY_ONLY)
+    add_test(NAME xvfb.${name} COMMAND ${CMAKE_SOURCE_DIR}/tests/tools/with_display $<TARGET_FILE:${name}>)
+    set_tests_properties(xvfb.${name} PROPERTIES TIMEOUT 180 LABELS display ${ARG_PROPERTIES} ENVIRONMENT "LC_ALL=C.UTF-8")
+  endif()
 endfunction()

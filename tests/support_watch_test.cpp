@@ -101,6 +101,7 @@ TEST_F(SUPPORT_WATCH_TEST, a_warning_behind_the_scope_is_unexpected_again)
 TEST_F(SUPPORT_WATCH_TEST, what_the_platform_plugin_cannot_do_is_nobodys_fault)
 {
     qWarning("This plugin does not support propagateSizeHints()");
+    qWarning("QXcbConnection: XCB error: 3 (BadWindow), sequence: 2681, resource id: 2101087");
     MESSAGE_WATCH::end();
 }
 

@@ -11,8 +11,9 @@
 /// the running test did not expect fails it. The fixtures of gui_test.h do the calling.
 ///
 /// The watch stands in front of the message handler that was in force and hands every message on to it, so that the
-/// application's own routing works as in a tool. Messages of any thread count. What the platform plugin of the tests
-/// says of the things that it cannot do ("This plugin does not support ...") is nobody's fault and does not count.
+/// application's own routing works as in a tool. Messages of any thread count. What the platform plugin
+/// says of things that it cannot do ("This plugin does not support ...") and of windows that were closed while the window
+/// manager asked about them is nobody's fault and does not count.
 class MESSAGE_WATCH
 {
 public:

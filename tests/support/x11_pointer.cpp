@@ -1,0 +1,111 @@
+#include "x11_pointer.h"
+
+#include "gui_driver.h"
+
+#include <gtest/gtest.h>
+
+#include <xcb/xcb.h>
+#include <xcb/xcbext.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace
+{
+/// The request of the extension XTEST that makes the server believe in an input device.
+struct FAKE_INPUT_REQUEST
+{
+    std::uint8_t major_opcode;
+    std::uint8_t minor_opcode;
+    std::uint16_t length;
+    std::uint8_t type;
+    std::uint8_t detail;
+    std::uint8_t padding_1[2];
+    std::uint32_t time;
+    xcb_window_t root;
+    std::uint8_t padding_2[8];
+    std::int16_t root_x;
+    std::int16_t root_y;
+    std::uint8_t padding_3[7];
+    std::uint8_t device;
+};
+static_assert(sizeof(FAKE_INPUT_REQUEST) == 36, "as the protocol has it");
+
+constexpr std::uint8_t FAKE_INPUT_OPCODE = 2;
+
+/// A connection of its own, for the life of the process; null without a server or the extension.
+xcb_connection_t* get_connection(xcb_extension_t* extension)
+{
+    static xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(connection) != 0)
+        return nullptr;
+    const xcb_query_extension_reply_t* const reply = xcb_get_extension_data(connection, extension);
+    return reply != nullptr && reply->present ? connection : nullptr;
+}
+
+void send_input(std::uint8_t type, std::uint8_t detail, const QPoint& position)
+{
+    static xcb_extension_t extension = {"XTEST", 0};
+    xcb_connection_t* const connection = get_connection(&extension);
+    if (connection == nullptr)
+    {
+        ADD_FAILURE() << "there is no X server with the extension XTEST";
+        return;
+    }
+    FAKE_INPUT_REQUEST request;
+    std::memset(&request, 0, sizeof(request));
+    request.type = type;
+    request.detail = detail;
+    request.root_x = static_cast<std::int16_t>(position.x());
+    request.root_y = static_cast<std::int16_t>(position.y());
+    // The library wants two free entries in front of the request's own.
+    iovec parts[3] = {};
+    parts[2].iov_base = &request;
+    parts[2].iov_len = sizeof(request);
+    const xcb_protocol_request_t description = {1, &extension, FAKE_INPUT_OPCODE, 1};
+    xcb_send_request(connection, 0, parts + 2, &description);
+    free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)); // a round trip
+}
+
+std::uint8_t get_button_number(Qt::MouseButton button)
+{
+    if (button == Qt::RightButton)
+        return 3;
+    return button == Qt::MiddleButton ? 2 : 1;
+}
+} // namespace
+
+void X11_POINTER::move_to(const QPoint& position)
+{
+    send_input(XCB_MOTION_NOTIFY, 0, position);
+}
+
+void X11_POINTER::press(Qt::MouseButton button)
+{
+    send_input(XCB_BUTTON_PRESS, get_button_number(button), QPoint());
+}
+
+void X11_POINTER::release(Qt::MouseButton button)
+{
+    send_input(XCB_BUTTON_RELEASE, get_button_number(button), QPoint());
+}
+
+void X11_POINTER::click(const QPoint& position, Qt::MouseButton button)
+{
+    move_to(position);
+    press(button);
+    release(button);
+}
+
+void X11_POINTER::drag(const QPoint& from, const QPoint& to, Qt::MouseButton button)
+{
+    move_to(from);
+    press(button);
+    for (const QPoint& position : GUI_DRIVER::get_way(from, to))
+    {
+        move_to(position);
+        GUI_DRIVER::process_posted();
+    }
+    release(button);
+    GUI_DRIVER::process_posted();
+}
