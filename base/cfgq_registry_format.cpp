@@ -11,7 +11,7 @@ namespace
 {
 const char FIRST_LINE[] = "# Norvane user settings. The last line tells that the file is whole: keep it.\n";
 const char LAST_LINE[] = "# End of the user settings.\n";
-const qint64 SIZE_LIMIT = 512 * 1024 * 1024; ///< of a store, in bytes: nothing that settings ever reach
+const qint64 SIZE_LIMIT = qint64(512) * 1024 * 1024; ///< of a store, in bytes: nothing that settings ever reach
 
 /// Characters that would not survive in a line of text, or that an editor would not show.
 bool is_unsafe(const QString& text, int i)

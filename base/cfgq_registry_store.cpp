@@ -112,7 +112,7 @@ QString set_aside(const QString& path)
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMddTHHmmss"));
     for (int counter = 1; counter <= 10000; ++counter)
     {
-        const QString target = QStringLiteral("%1.damaged-%2-%3").arg(path, stamp).arg(counter);
+        QString target = QStringLiteral("%1.damaged-%2-%3").arg(path, stamp).arg(counter);
         struct stat status;
         if (::lstat(QFile::encodeName(target).constData(), &status) == 0)
             continue;
@@ -422,9 +422,12 @@ void CFGQ_REGISTRY_STORE::apply_pending()
         if (!CFGQ_REGISTRY_FORMAT::split_key(i.key(), &path, &name))
             continue;
         FOLDER* folder = get_folder(path);
+        const VALUE present = folder->values.value(name);
+        if (present.state == VALUE::STATE_TRANSIENT)
+            continue; // set after the change that is pending
         if (i->is_removal)
             folder->values.remove(name);
-        else if (folder->values.value(name).text != i->text)
+        else if (present.text != i->text)
             folder->values[name] = {VALUE::STATE_TEXT, i->text, QVariant()};
     }
 }

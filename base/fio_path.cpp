@@ -39,11 +39,10 @@ std::string flatten_directory(const std::string& directory)
         start = end + 1;
         if (segment.empty() || segment == ".")
             continue;
-        if (segment != "..")
-            segments.push_back(segment);
-        else if (!segments.empty() && segments.back() != "..")
+        const bool can_go_up = !segments.empty() && segments.back() != "..";
+        if (segment == ".." && can_go_up)
             segments.pop_back();
-        else if (!is_absolute(directory))
+        else if (segment != ".." || !is_absolute(directory))
             segments.push_back(segment);
     }
     std::string result = is_absolute(directory) ? "/" : "";
