@@ -13,7 +13,6 @@
 #include <cstring>
 #include <deque>
 #include <mutex>
-#include <optional>
 #include <thread>
 #include <vector>
 
@@ -314,44 +313,51 @@ public:
 
     int get_timeout() const
     {
-        return m_ended_at || m_asked_at ? GROUP_CHECK_MILLISECONDS : STOP_CHECK_MILLISECONDS;
+        return has_happened(m_ended_at) || has_happened(m_asked_at) ? GROUP_CHECK_MILLISECONDS
+                                                                    : STOP_CHECK_MILLISECONDS;
     }
 
     bool is_over(bool is_terminated)
     {
         const CLOCK::time_point now = CLOCK::now();
-        if (!m_ended_at && m_process.has_ended())
+        if (!has_happened(m_ended_at) && m_process.has_ended())
         {
             m_ended_at = now;
             m_process.close_input();
         }
         if (is_terminated)
             return is_group_over(now);
-        return m_ended_at && (!m_process.is_output_open() || now - *m_ended_at >= milliseconds(DRAIN_MILLISECONDS));
+        return has_happened(m_ended_at) &&
+               (!m_process.is_output_open() || now - m_ended_at >= milliseconds(DRAIN_MILLISECONDS));
     }
 
 private:
+    static bool has_happened(CLOCK::time_point moment)
+    {
+        return moment != CLOCK::time_point{};
+    }
+
     bool is_group_over(CLOCK::time_point now)
     {
-        if (!m_asked_at)
+        if (!has_happened(m_asked_at))
         {
             m_asked_at = now;
             const std::lock_guard<std::mutex> lock(m_impl.mutex);
             m_impl.ask_group_to_end();
         }
-        if (now - *m_asked_at >= milliseconds(KILL_DELAY_MILLISECONDS))
+        if (now - m_asked_at >= milliseconds(KILL_DELAY_MILLISECONDS))
             kill(-m_process.get_group(), SIGKILL);
-        if (!m_ended_at || now < m_next_group_check)
+        if (!has_happened(m_ended_at) || now < m_next_group_check)
             return false;
         m_next_group_check = now + milliseconds(GROUP_CHECK_MILLISECONDS);
         return !m_process.does_group_live() ||
-               now - *m_asked_at >= milliseconds(KILL_DELAY_MILLISECONDS) + KILLED_GROUP_PATIENCE;
+               now - m_asked_at >= milliseconds(KILL_DELAY_MILLISECONDS) + KILLED_GROUP_PATIENCE;
     }
 
     IMPL& m_impl;
     IPC_PROCESS& m_process;
-    std::optional<CLOCK::time_point> m_ended_at;
-    std::optional<CLOCK::time_point> m_asked_at;
+    CLOCK::time_point m_ended_at{}; ///< the process ended; the clock's beginning before that
+    CLOCK::time_point m_asked_at{}; ///< the group was asked to end; likewise
     CLOCK::time_point m_next_group_check{};
 };
 
