@@ -53,7 +53,8 @@ int run_entry_sequence(int argc, char** argv, CLOCK::time_point start)
 {
     const char** const arguments = const_cast<const char**>(argv);
     char** const qt_argv = TOLV_APP::copy_argv_for_qt(argc, arguments);
-    TOLV_APP app(argc, qt_argv);
+    int qt_argc = argc;
+    TOLV_APP app(qt_argc, qt_argv);
     app.init_instance(argc, arguments);
     show_window(start);
     app.exit_instance();

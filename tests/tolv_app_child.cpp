@@ -39,7 +39,8 @@ int main(int argc, char** argv)
     char** const qt_argv = TOLV_APP::copy_argv_for_qt(argc, arguments);
     say_before_application(mode);
     {
-        TOLV_APP app(argc, qt_argv);
+        int qt_argc = argc;
+        TOLV_APP app(qt_argc, qt_argv);
         app.init_instance(argc, arguments);
         say_in_application(mode);
         app.exit_instance();

@@ -1,4 +1,5 @@
 #include "cfg.h"
+#include "cfgq_registry.h"
 #include "child_process.h"
 #include "gen.h"
 #include "gui_test.h"
@@ -18,6 +19,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <filesystem>
@@ -36,7 +38,8 @@ protected:
         m_arguments = std::move(arguments);
         m_argc = static_cast<int>(m_arguments.size());
         m_arguments.push_back(nullptr);
-        m_app = std::make_unique<TOLV_APP>(m_argc, TOLV_APP::copy_argv_for_qt(m_argc, m_arguments.data()));
+        m_qt_argc = m_argc;
+        m_app = std::make_unique<TOLV_APP>(m_qt_argc, TOLV_APP::copy_argv_for_qt(m_argc, m_arguments.data()));
         return *m_app;
     }
 
@@ -64,6 +67,7 @@ protected:
 private:
     std::vector<const char*> m_arguments;
     int m_argc = 0;
+    int m_qt_argc = 0;
 };
 
 /// The counts that the processor manager gets on a machine with so many cores and logical processors (0: the query
@@ -170,6 +174,12 @@ TEST_F(TOLV_APP_START_TEST, no_count_or_no_array_is_no_arguments)
     EXPECT_EQ(nullptr, TOLV_APP::copy_argv_for_qt(0, arguments));
     EXPECT_EQ(nullptr, TOLV_APP::copy_argv_for_qt(-1, arguments));
     EXPECT_EQ(nullptr, TOLV_APP::copy_argv_for_qt(1, nullptr));
+}
+
+TEST_F(TOLV_APP_START_TEST, the_library_is_registered_with_the_memory_tracking)
+{
+    const std::vector<std::string> tags = MEM_INITIALIZER::get_registered_tags();
+    EXPECT_EQ(1, std::count(tags.begin(), tags.end(), "TOLV"));
 }
 
 TEST_F(TOLV_APP_START_TEST, the_desktop_session_that_the_user_has_set_stays)
@@ -297,6 +307,15 @@ TEST_F(TOLV_APP_START_TEST, marks_that_were_set_before_are_restored)
     EXPECT_TRUE(gen_get_is_ui_process());
     EXPECT_FALSE(gen_get_is_qt());
     gen_set_is_ui_process(false);
+}
+
+TEST_F(TOLV_APP_START_TEST, settings_of_an_older_layout_are_there_behind_the_constructor)
+{
+    TEST_ENVIRONMENT::write_file("registry.conf", "[52]\nColor_version=3\n");
+    make_app();
+    QVariant value;
+    EXPECT_TRUE(CFGQ_REGISTRY_KEY(CFGQ_REGISTRY_KEY::SUB_KEY_GUI).get_value(QStringLiteral("Color_version"), &value));
+    EXPECT_EQ(3, value.toInt());
 }
 
 TEST_F(TOLV_APP_START_TEST, the_application_takes_its_fonts_along)

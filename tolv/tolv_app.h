@@ -9,7 +9,8 @@ class GEN_UNDO_REDO_MGR;
 /// The application object. A host makes exactly one, of this class or of its own subclass, and keeps to this order:
 ///
 ///     char** qt_argv = TOLV_APP::copy_argv_for_qt(argc, argv); // before any other Qt object
-///     TOLV_APP app(argc, qt_argv);
+///     int qt_argc = argc;                                      // Qt takes out what it understands
+///     TOLV_APP app(qt_argc, qt_argv);
 ///     app.init_instance(argc, argv);                           // the original arguments
 ///     ... build the windows ...
 ///     const int result = app.exec();

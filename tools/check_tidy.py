@@ -25,6 +25,9 @@ CLAZY_CHECKS = ','.join([
     'qdeleteall', 'qlatin1string-non-ascii', 'qproperty-without-notify', 'qstring-left', 'rule-of-two-soft',
     'skipped-base-method', 'virtual-signal', 'no-connect-by-name', 'no-qenums'])
 
+# Each source file of the library registers with the memory tracking by a static object: that is meant.
+MEANT = 'non-POD static (MEM_INITIALIZER)'
+
 TOP = pathlib.Path(__file__).resolve().parent.parent
 CACHE = pathlib.Path(os.environ.get('XDG_CACHE_HOME', pathlib.Path.home() / '.cache')) / 'tolv-tidy'
 
@@ -87,7 +90,8 @@ def check(command, database):
                   '--ignore-dirs=.*(_autogen|/build/).*', '-p', str(database), source]):
         run = subprocess.run(tool, capture_output=True, text=True)
         text = run.stdout + (run.stderr if 'clazy' in tool[0] else '')
-        if run.returncode != 0 or re.search(r'\b(warning|error):', text):
+        messages = re.findall(r'\b(?:warning|error): (.*)', text)
+        if any(MEANT not in message for message in messages) or (run.returncode != 0 and not messages):
             findings += text if text.strip() else run.stderr
     return findings
 
