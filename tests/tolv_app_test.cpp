@@ -321,14 +321,13 @@ TEST_F(TOLV_APP_START_TEST, settings_of_an_older_layout_are_there_behind_the_con
 TEST_F(TOLV_APP_START_TEST, the_application_takes_its_fonts_along)
 {
     make_app();
-    int change_count = 0;
-    QObject::connect(m_app.get(), &QGuiApplication::fontDatabaseChanged, [&change_count] { ++change_count; });
+    const QSignalSpy changes(m_app.get(), &QGuiApplication::fontDatabaseChanged);
     QFile file(QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     ASSERT_LE(0, QFontDatabase::addApplicationFontFromData(file.readAll()));
-    ASSERT_EQ(1, change_count);
+    ASSERT_EQ(1, changes.size());
     m_app.reset();
-    EXPECT_EQ(2, change_count);
+    EXPECT_EQ(2, changes.size());
 }
 
 TEST_F(TOLV_APP_START_TEST, there_is_no_application_before_the_constructor_and_behind_the_destructor)
@@ -368,7 +367,13 @@ bool register_fonts(const std::vector<std::pair<std::string, std::string>>& name
 {
     std::string collection = "<RCC><qresource prefix=\"/fonts\">";
     for (const auto& [name, file] : names_and_files)
-        collection += "<file alias=\"" + name + "\">" + file + "</file>";
+    {
+        collection += "<file alias=\"";
+        collection += name;
+        collection += "\">";
+        collection += file;
+        collection += "</file>";
+    }
     const std::string source = TEST_ENVIRONMENT::write_file("fonts.qrc", collection + "</qresource></RCC>");
     const std::string target = TEST_ENVIRONMENT::get_folder() + "/fonts.rcc";
     const std::string compiler = (QLibraryInfo::location(QLibraryInfo::BinariesPath) + "/rcc").toStdString();
@@ -399,19 +404,17 @@ TEST_F(TOLV_APP_PLAIN_TEST, fonts_of_the_resources_are_loaded_in_order_and_bad_o
 
 TEST_F(TOLV_APP_PLAIN_TEST, every_font_name_of_the_list_is_looked_for)
 {
+    const std::string font = std::string(FONT_FOLDER) + "DejaVuSansMono.ttf";
     std::vector<std::pair<std::string, std::string>> fonts;
     for (const char* name : {"KorvexClear_Bd.ttf", "KorvexClear_BdIt.ttf", "KorvexClear_It.ttf", "KorvexClear_Rg.ttf",
                              "korvex-clear-headline.woff", "korvex-clear-latin-bold.woff",
                              "korvex-clear-latin-lite.woff", "korvex-clear-latin.woff"})
-        fonts.emplace_back(name, std::string(FONT_FOLDER) + "DejaVuSansMono.ttf");
+        fonts.emplace_back(name, font);
     ASSERT_TRUE(register_fonts(fonts));
     tolv_remove_loaded_fonts();
-    int change_count = 0;
-    const QMetaObject::Connection connection =
-        QObject::connect(qApp, &QGuiApplication::fontDatabaseChanged, [&change_count] { ++change_count; });
+    const QSignalSpy changes(qApp, &QGuiApplication::fontDatabaseChanged);
     tolv_load_fonts_from_resources();
-    QObject::disconnect(connection);
-    EXPECT_EQ(8, change_count);
+    EXPECT_EQ(8, changes.size());
 }
 
 TEST_F(TOLV_APP_PLAIN_TEST, all_application_fonts_can_be_removed)

@@ -275,7 +275,7 @@ TEST_F(TOLV_GLOBAL_TEST, the_body_of_a_mail_is_percent_encoded)
     EXPECT_EQ(QStringLiteral("%C3%A4%E2%82%AC"), email_encode(QStringLiteral("\u00e4\u20ac")));
     EXPECT_EQ(QStringLiteral("AZaz09-._~"), email_encode(QStringLiteral("AZaz09-._~")));
     EXPECT_EQ(QString(), email_encode(QString()));
-    EXPECT_EQ(QString(), email_encode(QStringLiteral("")));
+    EXPECT_EQ(QString(), email_encode(QLatin1String("")));
 }
 
 TEST_F(TOLV_GLOBAL_TEST, the_encoders_want_a_text)

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <thread>
 
@@ -261,14 +262,16 @@ TEST_F(TOLV_QT_MESSAGES_TEST, messages_come_from_any_thread)
     const SCOPED_CONFIGURATION on("qt_msg", "1");
     const QtMessageHandler old_handler = qInstallMessageHandler(tolv_QtMsgHandler);
     testing::internal::CaptureStderr();
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i)
-        threads.emplace_back(
+    std::array<std::thread, 4> threads;
+    for (std::thread& thread : threads)
+    {
+        thread = std::thread(
             []
             {
                 for (int message = 0; message < 25; ++message)
                     qWarning("leaks");
             });
+    }
     for (std::thread& thread : threads)
         thread.join();
     const std::string error_output = testing::internal::GetCapturedStderr();
