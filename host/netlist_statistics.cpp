@@ -54,6 +54,7 @@ std::vector<NETLIST_TYPE_COUNT> netlist_count_by_type(const NETLIST& netlist, st
             NETLIST_TYPE_COUNT& count = by_type[cell.type];
             count.type = cell.type;
             count.is_module = netlist.is_instance(cell);
+            count.module = count.is_module ? cell.module : NETLIST_CELL::NO_MODULE;
             count.in_module += i == module ? 1 : 0;
             add_up_to_limit(count.in_hierarchy, occurrences[i], 1);
         }

@@ -11,9 +11,10 @@
 struct NETLIST_TYPE_COUNT
 {
     NETLIST_NAME type = NETLIST_NAMES::EMPTY;
-    bool is_module = false;         ///< the type is a module of the design
-    std::uint64_t in_module = 0;    ///< in the module itself
-    std::uint64_t in_hierarchy = 0; ///< in it and in all instances below it; stops at the largest value
+    bool is_module = false;                         ///< the type is a module of the design
+    std::uint32_t module = NETLIST_CELL::NO_MODULE; ///< that module's index
+    std::uint64_t in_module = 0;                    ///< in the module itself
+    std::uint64_t in_hierarchy = 0;                 ///< in it and in all instances below it; stops at the largest value
 };
 
 /// The cells of a module by type, the most frequent in the hierarchy first, equal counts by name. Takes time in

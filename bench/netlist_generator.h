@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// Large netlists for benchmarks and tests, laid out as yosys writes them. All names are fixed by the size.
+class NETLIST_GENERATOR
+{
+public:
+    /// A top with `instances` instances of one module, which has `cells` look-up tables and as many nets, plus one
+    /// flip-flop. About 950 bytes a cell.
+    static std::string make(std::size_t cells, std::size_t instances = 3)
+    {
+        std::string text = "{\n  \"creator\": \"Yosys 0.23\",\n  \"modules\": {\n    \"block\": {\n";
+        text.reserve(cells * 1000 + 4096);
+        text +=
+            "      \"attributes\": {\n        \"src\": \"block.v:1.1-99.10\"\n      },\n      \"ports\": {\n"
+            "        \"clk\": {\n          \"direction\": \"input\",\n          \"bits\": [ 2 ]\n        }\n      },\n"
+            "      \"cells\": {\n";
+        for (std::size_t i = 0; i < cells; ++i)
+            add_cell(text, i);
+        text += "        \"state\": {\n          \"hide_name\": 0,\n          \"type\": \"SB_DFF\",\n"
+                "          \"connections\": {\n            \"C\": [ 2 ],\n            \"D\": [ 3 ]\n          }\n      "
+                "  }\n"
+                "      },\n      \"netnames\": {\n";
+        for (std::size_t i = 0; i < cells; ++i)
+            add_net(text, i, i + 1 == cells);
+        text += "      }\n    },\n    \"large_top\": {\n      \"attributes\": {\n        \"top\": \"1\"\n      },\n"
+                "      \"cells\": {\n";
+        for (std::size_t i = 0; i < instances; ++i)
+            text += "        \"u_" + std::to_string(i) + "\": {\n          \"type\": \"block\"\n        }" +
+                    (i + 1 == instances ? "\n" : ",\n");
+        return text + "      }\n    }\n  }\n}\n";
+    }
+
+private:
+    static void add_cell(std::string& text, std::size_t i)
+    {
+        const std::string number = std::to_string(i);
+        text +=
+            "        \"data_" + number +
+            "_SB_LUT4_O\": {\n          \"hide_name\": 0,\n          \"type\": \"SB_LUT4\",\n"
+            "          \"parameters\": {\n            \"LUT_INIT\": \"1010101011001100\"\n          },\n"
+            "          \"attributes\": {\n            \"module_not_derived\": \"00000000000000000000000000000001\",\n"
+            "            \"src\": \"block.v:" +
+            number + ".34-" + number +
+            ".52\"\n          },\n"
+            "          \"port_directions\": {\n            \"I0\": \"input\",\n            \"I1\": \"input\",\n"
+            "            \"I2\": \"input\",\n            \"I3\": \"input\",\n            \"O\": \"output\"\n          "
+            "},\n"
+            "          \"connections\": {\n            \"I0\": [ \"0\" ],\n            \"I1\": [ \"0\" ],\n"
+            "            \"I2\": [ 2 ],\n            \"I3\": [ " +
+            std::to_string(i + 2) + " ],\n            \"O\": [ " + std::to_string(i + 3) +
+            " ]\n          }\n        },\n";
+    }
+
+    static void add_net(std::string& text, std::size_t i, bool is_last)
+    {
+        const std::string number = std::to_string(i);
+        text += "        \"data_" + number + "\": {\n          \"hide_name\": 0,\n          \"bits\": [ " +
+                std::to_string(i + 3) + " ],\n          \"attributes\": {\n            \"src\": \"block.v:" + number +
+                ".17-" + number + ".21\"\n          }\n        }" + (is_last ? "\n" : ",\n");
+    }
+};

@@ -1,0 +1,147 @@
+#include "workbench_app.h"
+
+#include "tolv_global.h"
+#include "workbench_window.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QFont>
+#include <QPalette>
+#include <QPixmap>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+/// The colours of a dark desktop, for the Fusion style.
+QPalette get_dark_palette()
+{
+    QPalette palette(QColor(0x35, 0x38, 0x3c), QColor(0x2b, 0x2d, 0x30));
+    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x23));
+    palette.setColor(QPalette::AlternateBase, QColor(0x27, 0x29, 0x2c));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x35, 0x38, 0x3c));
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+    {
+        palette.setColor(role, QColor(0xe4, 0xe6, 0xe8));
+        palette.setColor(QPalette::Disabled, role, QColor(0x85, 0x88, 0x8c));
+    }
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x95, 0x98, 0x9c));
+    palette.setColor(QPalette::Link, QColor(0x78, 0xb4, 0xff));
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xa8));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0x45, 0x50, 0x5e));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+/// Without a display there is no desktop that says how large a text is; Qt's own guess is a third too large.
+void set_desktop_font()
+{
+    QFont font = QApplication::font();
+    font.setPointSize(9);
+    QApplication::setFont(font);
+}
+
+/// What Qt has to find in the environment before the application object is made.
+void prepare_environment(const COMMAND_LINE& command_line)
+{
+    const bool has_display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (!command_line.screenshot.empty() && !has_display && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (command_line.scale > 0)
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(command_line.scale));
+}
+} // namespace
+
+int WORKBENCH_APP::run(int argc, const char** argv, const COMMAND_LINE& command_line)
+{
+    prepare_environment(command_line);
+    char** const qt_argv = TOLV_APP::copy_argv_for_qt(argc, argv); // lives as long as the process
+    int qt_argc = argc;
+    WORKBENCH_APP app(qt_argc, qt_argv);
+    app.init_instance(argc, argv);
+    const int status = app.run_window(command_line);
+    app.exit_instance();
+    return status;
+}
+
+WORKBENCH_APP::WORKBENCH_APP(int& argc, char** argv) : TOLV_APP(argc, argv)
+{
+    setApplicationDisplayName(QString());
+}
+
+WORKBENCH_APP::~WORKBENCH_APP() = default;
+
+QWidget* WORKBENCH_APP::get_main_window()
+{
+    return m_window;
+}
+
+QString WORKBENCH_APP::find_shipped_design()
+{
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/norvane_workbench/designs"));
+    const QFileInfo design(folder, QStringLiteral("serial_station_synth.json"));
+    return design.exists() ? design.canonicalFilePath() : QString();
+}
+
+void WORKBENCH_APP::finish_loading()
+{
+    const bool is_screenshot = !m_command_line.screenshot.empty();
+    const QString path = QString::fromLocal8Bit(m_command_line.select.c_str());
+    if (!m_window->get_load_error().isEmpty() && is_screenshot)
+        fail(m_window->get_load_error());
+    else if (m_window->get_netlist() != nullptr && !path.isEmpty() &&
+             !m_window->select_path(path.split(QLatin1Char('/'))))
+        fail(tr("there is no instance \"%1\"").arg(path));
+    else if (is_screenshot && write_screenshot())
+        exit(0);
+    // Only the file of the command line is meant.
+    disconnect(m_window, SIGNAL(load_ended()), this, SLOT(finish_loading()));
+}
+
+int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
+{
+    m_command_line = command_line;
+    if (platformName() == QLatin1String("offscreen"))
+        set_desktop_font();
+    if (command_line.is_dark)
+        setPalette(get_dark_palette());
+    WORKBENCH_WINDOW window;
+    m_window = &window;
+    if (command_line.width > 0)
+        window.resize(command_line.width, command_line.height);
+    window.setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
+    window.show();
+    TOLV_SAFE_CONNECT(&window, SIGNAL(load_ended()), this, SLOT(finish_loading()));
+    const QString file =
+        command_line.file.empty() ? find_shipped_design() : QString::fromLocal8Bit(command_line.file.c_str());
+    if (!file.isEmpty())
+        window.open_file(file);
+    else if (!command_line.screenshot.empty())
+    {
+        std::fprintf(stderr, "norvane_workbench: the shipped design is not installed\n");
+        return EXIT_FAILURE;
+    }
+    const int status = exec();
+    return status == 0 ? m_exit_status : status;
+}
+
+bool WORKBENCH_APP::write_screenshot()
+{
+    processEvents(QEventLoop::ExcludeUserInputEvents); // layouts and repaints that are still due
+    const QString file = QString::fromLocal8Bit(m_command_line.screenshot.c_str());
+    if (m_window->grab().save(file, "PNG"))
+        return true;
+    fail(tr("the picture \"%1\" cannot be written").arg(file));
+    return false;
+}
+
+void WORKBENCH_APP::fail(const QString& text)
+{
+    std::fprintf(stderr, "norvane_workbench: %s\n", text.toLocal8Bit().constData());
+    m_exit_status = EXIT_FAILURE;
+    if (!m_command_line.screenshot.empty())
+        exit(EXIT_FAILURE);
+}
