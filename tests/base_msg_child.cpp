@@ -227,6 +227,7 @@ void throw_uncaught()
 void raise_a_signal()
 {
     raise(SIGSEGV);
+    say("returned");
 }
 
 void crash_with_an_older_handler()
@@ -274,6 +275,16 @@ void crash_while_the_loader_is_locked()
     is_locked.get_future().wait();
     write_through_null();
     holder.join();
+}
+
+/// Every further allocation of some size would end in abort().
+NOT_INSTRUMENTED void crash_with_a_ruined_heap()
+{
+    constexpr std::size_t SIZE = 100000;
+    auto* block = static_cast<volatile char*>(std::malloc(SIZE));
+    for (std::size_t i = 0; i < SIZE + 64; ++i)
+        block[i] = '\xB4';
+    write_through_null();
 }
 
 /// Both end the process; one record.
@@ -329,6 +340,7 @@ int main(int argc, char** argv)
         {"crash_after_the_end", crash_after_the_end},
         {"crash_without_generation", crash_without_generation},
         {"crash_while_the_loader_is_locked", crash_while_the_loader_is_locked},
+        {"crash_with_a_ruined_heap", crash_with_a_ruined_heap},
         {"crash_on_two_threads", crash_on_two_threads},
         {"end_under_a_waiting_post", end_under_a_waiting_post},
     };

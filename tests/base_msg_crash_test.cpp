@@ -70,9 +70,10 @@ std::string changed_record(const std::string& key, const QJsonValue& value)
     return QJsonDocument(object).toJson().toStdString();
 }
 
-__attribute__((noinline)) void collect_here()
+__attribute__((noinline)) const MSG_CRASH_RECORD& collect_here()
 {
     manager().collect("error", "TOLV", "tolv_view", 1);
+    return manager().get_record();
 }
 } // namespace
 

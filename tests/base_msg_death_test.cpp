@@ -246,6 +246,11 @@ TEST(base_msg_death, a_signal_from_outside_is_recorded_without_an_address)
     EXPECT_TRUE(has_frame(record, "child::raise_a_signal() at ", "base_msg_child.cpp:"));
 }
 
+TEST(base_msg_death, a_crash_with_a_ruined_heap_is_recorded)
+{
+    expect_death("crash_with_a_ruined_heap", SIGSEGV, "SIGSEGV at address 0x0", "child::write_through_null() at ");
+}
+
 TEST(base_msg_death, two_crashes_at_once_leave_a_record_and_end_by_the_signal)
 {
     expect_death("crash_on_two_threads", SIGSEGV, "SIGSEGV at address 0x0", "child::write_through_null() at ");
