@@ -13,8 +13,8 @@
 
 class MSG_PROMPT;
 
-/// A message: a text, an identifier and a number. The creator owns it. Texts are UTF-8. One object is used by one thread
-/// at a time.
+/// A message: a text, an identifier and a number. The creator owns it. Texts are UTF-8. One object is used by one
+/// thread at a time.
 class TOLV_BASE_EXPORT MSG_BASE
 {
 public:
@@ -23,12 +23,12 @@ public:
     MSG_BASE(const MSG_BASE&) = delete;
     MSG_BASE& operator=(const MSG_BASE&) = delete;
 
-    /// Fills the text. `format` is the text, optionally followed by "/" and an identifier of capital letters, digits and
-    /// "_", divided at the last "/" of the format. The insert `%n!s!` stands for the n-th argument, a `const char*` (null
-    /// gives nothing), `%n!d!` and `%n!u!` for an int and an unsigned; n is 1 to 9. Arguments are taken in the order of
-    /// their numbers, wherever and however often the inserts stand; the first insert of a number decides its kind. "%%"
-    /// is a percent sign; any other "%" stands for itself. What is inserted stays as it is, "%" and "/" included. A null
-    /// format gives an empty text.
+    /// Fills the text. `format` is the text, optionally followed by "/" and an identifier of capital letters, digits
+    /// and "_", divided at the last "/" of the format. The insert `%n!s!` stands for the n-th argument, a `const char*`
+    /// (null gives nothing), `%n!d!` and `%n!u!` for an int and an unsigned; n is 1 to 9. Arguments are taken in the
+    /// order of their numbers, wherever and however often the inserts stand; the first insert of a number decides its
+    /// kind. "%%" is a percent sign; any other "%" stands for itself. What is inserted stays as it is, "%" and "/"
+    /// included. A null format gives an empty text.
     void fill_args(const char* format, ...);
     void fill_args_v(const char* format, va_list arguments);
 
@@ -65,8 +65,9 @@ public:
 
     /// As given to the constructor.
     SEVERITY get_severity() const;
-    /// One line for display: three blanks for each step of `indent`, "Info: ", "Warning: " or "Error: ", with the number
-    /// in parentheses where there is one ("Error (189000): "), and the text, with blanks in place of its line ends.
+    /// One line for display: three blanks for each step of `indent`, "Info: ", "Warning: " or "Error: ", with the
+    /// number in parentheses where there is one ("Error (189000): "), and the text, with blanks in place of its line
+    /// ends.
     std::string get_display_text(unsigned int indent) const;
     /// Adds a message below this one and takes ownership; null is ignored.
     void add_sub_post(std::unique_ptr<MSG_POST> post);
@@ -112,8 +113,8 @@ public:
     /// Makes the debug record, with the tag as its key.
     void send() const;
 
-    /// Whether debug messages under `key` (null: at all) are wanted: the configuration switch "debug_messages_<key>" or,
-    /// where that is not set and for null, "debug_messages". Makers of costly messages ask first; what is sent is
+    /// Whether debug messages under `key` (null: at all) are wanted: the configuration switch "debug_messages_<key>"
+    /// or, where that is not set and for null, "debug_messages". Makers of costly messages ask first; what is sent is
     /// recorded in any case.
     static bool debug_messages_enabled(const char* key);
 
@@ -123,10 +124,10 @@ private:
 };
 
 /// Makes a debug record of `text` under `key`, at level 2; null counts as empty. The text is taken as it stands: it is
-/// not a format, and `arguments` are not read; they are there for services that forward them. Records are kept in memory
-/// (the last 256), and appended as lines "key: text" to the file named by the configuration text "debug_message_file"
-/// where there is one; that text is read once, at the first record. A file that cannot be written is passed over. Any
-/// thread.
+/// not a format, and `arguments` are not read; they are there for services that forward them. Records are kept in
+/// memory (the last 256), and appended as lines "key: text" to the file named by the configuration text
+/// "debug_message_file" where there is one; that text is read once, at the first record. A file that cannot be written
+/// is passed over. Any thread.
 TOLV_BASE_EXPORT void msg_local_vdebug(const char* key, const char* text, va_list arguments);
 
 /// The kept records, oldest first.
@@ -154,7 +155,6 @@ class TOLV_BASE_EXPORT MSG_REPORT
 {
 public:
     MSG_REPORT();
-    ~MSG_REPORT();
     MSG_REPORT(const MSG_REPORT&) = delete;
     MSG_REPORT& operator=(const MSG_REPORT&) = delete;
 
@@ -180,10 +180,10 @@ TOLV_BASE_EXPORT MSG_REPORT* msg_get_basic_report();
 TOLV_BASE_EXPORT MSG_DISPLAY* msg_get_display_in_force();
 
 /// Begins messaging for a process: makes the default report, with no display, begins the Tcl service, arms the crash
-/// record for fatal signals. A second call changes nothing; after msg_exe_fini() a new begin is allowed. `argv` is copied
-/// into the crash record; it may be null. Main thread.
+/// record for fatal signals. A second call changes nothing; after msg_exe_fini() a new begin is allowed. `argv` is
+/// copied into the crash record; it may be null. Main thread.
 TOLV_BASE_EXPORT void msg_exe_init(int argc, const char** argv);
 
-/// Ends it: the default report goes, the Tcl service ends (waiting posts get an error), the signals are disarmed. What is
-/// posted later goes to the basic report. Harmless without a begin. Main thread.
+/// Ends it: the default report goes, the Tcl service ends (waiting posts get an error), the signals are disarmed. What
+/// is posted later goes to the basic report. Harmless without a begin. Main thread.
 TOLV_BASE_EXPORT void msg_exe_fini();

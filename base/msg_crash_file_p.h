@@ -9,9 +9,9 @@
 /// Writes the content of a file.
 using MSG_CRASH_CONTENT = void (*)(void* context, MSG_CRASH_JSON_WRITER& writer);
 
-/// Makes a new file "crash_<time>_<process>_<n>.json" in the folder, which is made where it is missing. The file and the
-/// folder are the user's alone. Never touches a file that is there. `time` is ISO 8601; `path` receives the file's path.
-/// False where nothing could be written.
+/// Makes a new file "crash_<time>_<process>_<n>.json" in the folder, which is made where it is missing. The file and
+/// the folder are the user's alone. Never touches a file that is there. `time` is ISO 8601; `path` receives the file's
+/// path. False where nothing could be written.
 bool msg_crash_write_new_file(const char* folder, const char* time, MSG_CRASH_CONTENT content, void* context,
                               MSG_FIXED_TEXT* path);
 

@@ -137,6 +137,14 @@ std::map<std::string, std::string> read_os_release()
     }
     return values;
 }
+
+/// A value of it, read once; an empty text where it has none.
+std::string get_os_release_value(const std::string& key)
+{
+    static const auto* values = new std::map<std::string, std::string>(read_os_release());
+    const auto found = values->find(key);
+    return found != values->end() ? found->second : std::string();
+}
 } // namespace
 
 MSG_CRASH_JSON_WRITER::MSG_CRASH_JSON_WRITER(SINK sink, void* context) : m_sink(sink), m_context(context)
@@ -300,9 +308,12 @@ MSG_CRASH_RECORD msg_crash_make_system_record()
     MSG_CRASH_RECORD record;
     record.executable = gen_get_module_filename();
     record.arguments = stored_arguments().empty() ? read_system_arguments() : stored_arguments();
-    std::map<std::string, std::string> os_release = read_os_release();
-    record.os_name = os_release["NAME"];
-    record.os_version = os_release["VERSION"].empty() ? os_release["VERSION_ID"] : os_release["VERSION"];
+    record.os_name = get_os_release_value("NAME");
+    if (record.os_name.empty())
+        record.os_name = "Linux";
+    record.os_version = get_os_release_value("VERSION");
+    if (record.os_version.empty())
+        record.os_version = get_os_release_value("VERSION_ID");
     record.address_bits = static_cast<int>(sizeof(void*)) * 8;
     record.platform = "linux" + std::to_string(record.address_bits);
     record.version = ver_get_version_number();

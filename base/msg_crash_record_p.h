@@ -41,7 +41,8 @@ void msg_crash_write_record(MSG_CRASH_JSON_WRITER& writer, const MSG_CRASH_RECOR
 std::string msg_crash_record_to_json(const MSG_CRASH_RECORD& record);
 
 /// Reads a record. False, with `*record` as it was, for a text that is no crash record: no JSON, another format or
-/// version, no error text, or a member of the wrong type. A missing member keeps its default, an unknown one is ignored.
+/// version, no error text, or a member of the wrong type. A missing member keeps its default, an unknown one is
+/// ignored.
 bool msg_crash_record_from_json(const std::string& json, MSG_CRASH_RECORD* record);
 
 /// The command line that msg_exe_init() was given; without one, the system's own.

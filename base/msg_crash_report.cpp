@@ -17,7 +17,7 @@
 
 namespace
 {
-constexpr std::size_t LARGEST_RECORD_FILE = 16 * 1024 * 1024;
+constexpr std::size_t LARGEST_RECORD_FILE = std::size_t{16} * 1024 * 1024;
 
 std::string get_time()
 {
@@ -26,8 +26,11 @@ std::string get_time()
     return text.get();
 }
 
+/// Reading the debug information is costly in time and memory: one thread at a time.
 std::vector<std::string> get_frames(std::uintptr_t first_address)
 {
+    static auto* mutex = new std::mutex;
+    const std::lock_guard<std::mutex> lock(*mutex);
     MSG_BACKTRACE backtrace;
     msg_take_backtrace(first_address, &backtrace);
     std::vector<std::string> frames;

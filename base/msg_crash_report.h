@@ -31,9 +31,9 @@ struct MSG_CRASH_RECORD
 /// Collects and keeps the crash record. One object per process; its operations may be called on any thread.
 ///
 /// A record is a JSON file "crash_<time>_<process>_<n>.json" in the folder named by the configuration text
-/// "crash_report_folder", or else in "norvane_crash_reports" below the user's profile folder. The folder is made where it
-/// is missing. Each crash has a file of its own, which appears under its name when it is complete. A fatal signal writes
-/// its record from the signal handler; the folder and the facts of the system are those of arm_fatal_signals().
+/// "crash_report_folder", or else in "norvane_crash_reports" below the user's profile folder. The folder is made where
+/// it is missing. Each crash has a file of its own, which appears under its name when it is complete. A fatal signal
+/// writes its record from the signal handler; the folder and the facts of the system are those of arm_fatal_signals().
 ///
 /// A tool that reports crashes of another process hands that one's file to set_crash_from_ipc(), shows the record, and
 /// ends with update_comment_and_send_crash_report() or remove_crash_report().
@@ -74,16 +74,16 @@ public:
     /// An empty text is returned where no file is left, also without a crash and for a handed-over record.
     std::string write_crash_report();
 
-    /// Puts the comment into a handed-over record and moves it into "to_send" below the folder of the records, where the
-    /// reports wait for their delivery. Returns whether it could be written; if not, the handed-over file stays.
+    /// Puts the comment into a handed-over record and moves it into "to_send" below the folder of the records, where
+    /// the reports wait for their delivery. Returns whether it could be written; if not, the handed-over file stays.
     bool update_comment_and_send_crash_report(const std::string& comment);
 
     /// Removes a handed-over record's file. The record itself stays readable.
     void remove_crash_report();
 
     /// Has SIGSEGV, SIGBUS, SIGILL, SIGFPE and SIGABRT write a record before they take their course; the process still
-    /// ends by the same signal, or goes to the handler that was set before. An overflow of the stack is recorded on this
-    /// thread and on those inside thr_thread_wrapper(). A record that cannot be finished within the seconds of the
+    /// ends by the same signal, or goes to the handler that was set before. An overflow of the stack is recorded on
+    /// this thread and on those inside thr_thread_wrapper(). A record that cannot be finished within the seconds of the
     /// configuration number "crash_report_seconds" (20) does not hold up the end. A second call changes nothing.
     static void arm_fatal_signals();
     /// Restores the handlers that were there before; on the thread that armed.

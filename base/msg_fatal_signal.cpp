@@ -22,8 +22,8 @@
 namespace
 {
 /// Demangling and reading line tables want room; the pages are taken only when they are touched.
-constexpr std::size_t SIGNAL_STACK_SIZE = 512 * 1024;
-constexpr std::size_t GUARD_SIZE = 64 * 1024;
+constexpr std::size_t SIGNAL_STACK_SIZE = std::size_t{512} * 1024;
+constexpr std::size_t GUARD_SIZE = std::size_t{64} * 1024;
 
 struct FATAL_SIGNAL
 {
@@ -209,8 +209,9 @@ void restore_old_actions()
         sigaction(FATAL_SIGNALS[i].number, &s_preparation->old_actions[i], nullptr);
 }
 
-/// Lets the signal take its course as if it had not been caught. It comes again when the handler returns: by itself where
-/// an instruction raised it, so that an older handler sees the true address, and otherwise because it is raised here.
+/// Lets the signal take its course as if it had not been caught. It comes again when the handler returns: by itself
+/// where an instruction raised it, so that an older handler sees the true address, and otherwise because it is raised
+/// here.
 void let_signal_take_its_course(int number, const siginfo_t* info)
 {
     const struct sigaction& old_action = s_preparation->old_actions[find_signal(number)];

@@ -2,12 +2,12 @@
 
 #include <cstddef>
 
-/// Gives the fatal signals back to the handlers before ours, on any thread: the process is about to call abort(), and its
-/// record is written.
+/// Gives the fatal signals back to the handlers before ours, on any thread: the process is about to call abort(), and
+/// its record is written.
 void msg_let_abort_pass();
 
-/// A stack of its own for the handlers of fatal signals on the calling thread, as long as the object lives: without one,
-/// an overflow of the thread's stack ends the process unrecorded. Destroyed on the same thread, in reverse order.
+/// A stack of its own for the handlers of fatal signals on the calling thread, as long as the object lives: without
+/// one, an overflow of the thread's stack ends the process unrecorded. Destroyed on the same thread, in reverse order.
 class MSG_SIGNAL_STACK
 {
 public:

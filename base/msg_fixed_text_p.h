@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-/// A text in a fixed buffer, for the handler of a fatal signal, where nothing may be allocated. What does not fit is cut
-/// off. Always ends in a NUL.
+/// A text in a fixed buffer, for the handler of a fatal signal, where nothing may be allocated. What does not fit is
+/// cut off. Always ends in a NUL.
 class MSG_FIXED_TEXT
 {
 public:

@@ -10,9 +10,9 @@ class TOLV_BASE_EXPORT MSG_INTERNAL_ERROR
 public:
     using HANDLER = std::function<void(const char* text, const char* tag, const char* file, int line)>;
 
-    /// Reports a broken invariant: writes it to standard error ("Internal Error: text (tag, file:line)"), writes the crash
-    /// record, hands the text to the display in force, brings the record's file up to date with what the user wrote and
-    /// decided there, and ends the process with abort().
+    /// Reports a broken invariant: writes it to standard error ("Internal Error: text (tag, file:line)"), writes the
+    /// crash record, hands the text to the display in force, brings the record's file up to date with what the user
+    /// wrote and decided there, and ends the process with abort().
     ///
     /// A report during a report ends the process at once: one made by the display, or one of the main thread, which the
     /// display of another thread's report may need. Any other thread that reports meanwhile writes its text to standard

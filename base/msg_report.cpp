@@ -70,8 +70,6 @@ bool MSG_DISPLAY::m_no_msg_box = false;
 
 MSG_REPORT::MSG_REPORT() = default;
 
-MSG_REPORT::~MSG_REPORT() = default;
-
 MSG_DISPLAY* MSG_REPORT::get_display() const
 {
     return m_display;

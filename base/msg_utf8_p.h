@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-/// Length of the UTF-8 character at the start of `text`, of which `left` bytes (at least 1) are there: 1 to 4; 0 where it
-/// is none, as defined by Unicode: too long a form, half of a surrogate pair, beyond U+10FFFF, or cut.
+/// Length of the UTF-8 character at the start of `text`, of which `left` bytes (at least 1) are there: 1 to 4; 0 where
+/// it is none, as defined by Unicode: too long a form, half of a surrogate pair, beyond U+10FFFF, or cut.
 inline std::size_t msg_get_utf8_length(const char* text, std::size_t left)
 {
     const auto byte_at = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };

@@ -11,8 +11,8 @@ struct Tcl_Interp;
 /// UTF-8. An exception that leaves a display called by a command comes out of the function that evaluated the command.
 
 /// The interpreter, made at the first call. It has the commands `msg_tcl_prompt_display` and
-/// `msg_tcl_internal_error_display`, through which worker threads reach the display in force. Null on other threads than
-/// the main one, and after xtcl_shutdown(). Without Tcl's script library it has the built-in commands only.
+/// `msg_tcl_internal_error_display`, through which worker threads reach the display in force. Null on other threads
+/// than the main one, and after xtcl_shutdown(). Without Tcl's script library it has the built-in commands only.
 TOLV_BASE_EXPORT Tcl_Interp* xtcl_get_interpreter();
 
 /// Evaluates a command; main thread only. Returns 0 (TCL_OK) on success; the result or the error text is the
@@ -47,10 +47,10 @@ TOLV_BASE_EXPORT void* xtcl_string_to_ptr(const char* text);
 /// and NULs are escaped, so that the interpreter sees the original.
 TOLV_BASE_EXPORT std::string xtcl_transform_string(const std::string& text);
 
-/// Ends the service: queued commands are dropped, waiting posts return -1, the interpreter is deleted. A command that is
-/// running keeps its waiting thread until it returns. Called by msg_exe_fini(); later posts return -1 until
-/// xtcl_startup(). Called on another thread than the main one it leaves the interpreter
-/// for the next call of this function or of xtcl_startup() on the main thread to delete.
+/// Ends the service: queued commands are dropped, waiting posts return -1, the interpreter is deleted. A command that
+/// is running keeps its waiting thread until it returns. Called by msg_exe_fini(); later posts return -1 until
+/// xtcl_startup(). Called on another thread than the main one it leaves the interpreter for the next call of this
+/// function or of xtcl_startup() on the main thread to delete.
 TOLV_BASE_EXPORT void xtcl_shutdown();
 
 /// Begins the service again after a shutdown (it is begun at load time), with a new interpreter. Called by

@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -27,6 +28,9 @@
 
 namespace child
 {
+/// Zero, which no compiler and no analyser sees.
+volatile std::intptr_t s_zero = 0;
+
 void say(const std::string& text)
 {
     std::fputs((text + "\n").c_str(), stdout);
@@ -129,6 +133,7 @@ void report_from_four_threads()
             say("displays " + std::to_string(count));
         });
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back(
             [&]
@@ -159,7 +164,7 @@ void report_from_a_worker_and_the_main_thread()
 
 NOT_INSTRUMENTED void write_through_null()
 {
-    volatile int* volatile pointer = nullptr;
+    auto* pointer = reinterpret_cast<volatile int*>(s_zero);
     *pointer = 1;
 }
 
@@ -191,9 +196,8 @@ void overflow_a_workers_stack()
 
 NOT_INSTRUMENTED void divide_by_zero()
 {
-    volatile int number = 7;
-    volatile int zero = 0;
-    say(std::to_string(number / zero));
+    const std::intptr_t number = s_zero + 7;
+    say(std::to_string(number / s_zero));
 }
 
 void run_into_a_trap()
@@ -214,7 +218,7 @@ NOT_INSTRUMENTED void touch_a_cut_file()
 
 NOT_INSTRUMENTED void call_through_null()
 {
-    void (*volatile function)() = nullptr;
+    auto* function = reinterpret_cast<void (*)()>(s_zero);
     function();
     say("returned");
 }

@@ -1,4 +1,5 @@
 #include "child_process.h"
+#include "gen.h"
 #include "msg_crash_report.h"
 #include "test_environment.h"
 
@@ -6,7 +7,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -18,13 +18,13 @@ const char* const REPORTED = "Internal Error: m_view != NULL (TOLV, tolv_view:42
 
 std::string records_folder()
 {
-    return std::string(getenv("NORVANE_USER_PROFILE")) + "/norvane_crash_reports";
+    return gen_get_user_profile_directory() + "/norvane_crash_reports";
 }
 
 /// Runs the program that dies; a sanitizer must not take its signals.
 CHILD_RESULT run_case(const std::string& name, const std::string& configuration = std::string())
 {
-    const CHILD_RESULT result =
+    CHILD_RESULT result =
         run_child("base_msg_child", {name},
                   {{"ASAN_OPTIONS", "detect_leaks=0:handle_segv=0:handle_sigbus=0:handle_abort=0:handle_sigfpe=0:"
                                     "handle_sigill=0"},
@@ -70,7 +70,7 @@ MSG_CRASH_RECORD expect_death(const std::string& name, int signal, const std::st
 {
     const CHILD_RESULT result = run_case(name);
     EXPECT_EQ(signal, result.signal) << result.out << result.err;
-    const MSG_CRASH_RECORD record = get_only_record();
+    MSG_CRASH_RECORD record = get_only_record();
     EXPECT_EQ(0u, record.error_text.find(error_text)) << record.error_text;
     EXPECT_EQ("", record.tag);
     EXPECT_EQ("base_msg_child", record.executable);

@@ -21,11 +21,11 @@ class NOTING_DISPLAY : public MSG_DISPLAY
 public:
     void post_display(MSG_POST* post, unsigned int indent) override
     {
-        lines.push_back(post->get_display_text(indent));
+        lines.push_back(post != nullptr ? post->get_display_text(indent) : "no post");
     }
     int prompt_display(MSG_PROMPT* prompt) override
     {
-        lines.push_back(prompt->get_text());
+        lines.push_back(prompt != nullptr ? prompt->get_text() : "no prompt");
         return answer;
     }
     void internal_error_display(std::string text) override
@@ -316,6 +316,7 @@ TEST(base_msg_debug, records_of_four_threads_stay_whole)
 {
     msg_clear_debug_records();
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t)
         threads.emplace_back(
             [t]

@@ -388,6 +388,7 @@ TEST(base_xtcl, four_threads_wait_for_their_own_results_while_the_main_thread_fl
     std::atomic<int> right{0};
     evaluate("set total 0");
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t)
         threads.emplace_back(
             [&, t]
@@ -479,6 +480,7 @@ TEST(base_xtcl, posts_that_race_with_the_shutdown_all_return)
         std::atomic<int> served{0};
         std::atomic<int> wrong{0};
         std::vector<std::thread> threads;
+        threads.reserve(4);
         for (int t = 0; t < 4; ++t)
             threads.emplace_back(
                 [&, t]
@@ -682,8 +684,8 @@ TEST(base_xtcl, each_character_of_a_transformed_text_arrives)
     EXPECT_EQ("", send_through_command(display, ""));
     const std::string unicode = "\xC3\xA4\\\xC3\xB6[\xE2\x82\xAC]$\xF0\x9F\x94\xA7\"";
     EXPECT_EQ(unicode, send_through_command(display, unicode));
-    const std::string script = "[exit 1] $env(HOME) \\n \\u0041 {unbalanced \\\n;# \"quoted\" %s\r\n\0"
-                               "12";
+    const std::string script =
+        std::string("[exit 1] $env(HOME) \\n \\u0041 {unbalanced \\\n;# \"quoted\" %s\r\n") + '\0' + "12";
     EXPECT_EQ(script, send_through_command(display, script));
     const std::string large(1000000, '\\');
     EXPECT_EQ(large, send_through_command(display, large));
