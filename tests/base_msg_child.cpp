@@ -24,7 +24,7 @@
 #include <thread>
 #include <vector>
 
-#define NOT_INSTRUMENTED __attribute__((noinline, no_sanitize("address,undefined")))
+#define NOT_INSTRUMENTED __attribute__((noinline, no_sanitize("address"), no_sanitize("undefined")))
 
 namespace child
 {
