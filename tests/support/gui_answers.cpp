@@ -40,8 +40,8 @@ void close_window(QWidget* window)
 }
 
 /// Runs a function from the event loop as soon as a condition holds, and another one if it does not in time.
-void run_when(QObject* context, std::function<bool()> condition, std::function<void()> function,
-              std::function<void()> too_late)
+void run_when(QObject* context, const std::function<bool()>& condition, const std::function<void()>& function,
+              const std::function<void()>& too_late)
 {
     auto* const timer = new QTimer(context);
     timer->setSingleShot(true);

@@ -28,16 +28,17 @@ struct POINTER
     }
 };
 
-/// Delivers an event as the platform does: as one that comes from outside. Qt passes on only such wheel events to parents.
+/// Delivers an event as the platform does: as one that comes from outside. Qt passes on only such wheel events to
+/// parents.
 void send_spontaneous(QObject* receiver, QEvent* event)
 {
     QSpontaneKeyEvent::setSpontaneous(event);
     qApp->notify(receiver, event);
 }
 
-/// Keeps away what setting the cursor's position does besides: the offscreen platform tells windows that the pointer has
-/// left or entered them by geometry alone, without regard to a held button or to the window on top. cross_to() says it
-/// rightly.
+/// Keeps away what setting the cursor's position does besides: the offscreen platform tells windows that the pointer
+/// has left or entered them by geometry alone, without regard to a held button or to the window on top. cross_to() says
+/// it rightly.
 class CROSSING_FILTER : public QObject
 {
 public:

@@ -16,18 +16,19 @@ class QMimeData;
 /// Drives widgets as a user does: real input through the window, so that activation, grabs, focus, shortcuts, event
 /// filters and the propagation from child to parent take part.
 ///
-/// Positions are in the widget's coordinates, in pixels; MAPPED_DRIVER takes them in coordinates of a drawing. After each
-/// operation all pending events have been delivered, and QCursor::pos() is where the pointer is. The pointer can be out
-/// of the widget only while a button is held.
+/// Positions are in the widget's coordinates, in pixels; MAPPED_DRIVER takes them in coordinates of a drawing. After
+/// each operation all pending events have been delivered, and QCursor::pos() is where the pointer is; under a window
+/// system it stays where the button was pressed until the release (X11_POINTER moves the system's own). The pointer can
+/// be out of the widget only while a button is held.
 ///
-/// A target that is null, hidden, disabled, behind another widget or behind a modal dialog, and a position outside of it,
-/// fail the test at the place of the call, and nothing is sent. What runs a nested event loop does not return until the loop
-/// ends: see INPUT_SCRIPT, answer_next_dialog() and answer_next_menu().
+/// A target that is null, hidden, disabled, behind another widget or behind a modal dialog, and a position outside of
+/// it, fail the test at the place of the call, and nothing is sent. What runs a nested event loop does not return until
+/// the loop ends: see INPUT_SCRIPT, answer_next_dialog() and answer_next_menu().
 class GUI_DRIVER
 {
 public:
-    /// The one object of a class below `parent` (null: in all windows) that has this object name. Fails the test and gives
-    /// null where there is none or where there are several. `T` is any class derived from QObject.
+    /// The one object of a class below `parent` (null: in all windows) that has this object name. Fails the test and
+    /// gives null where there is none or where there are several. `T` is any class derived from QObject.
     template <typename T>
     static T* find_widget(const QObject* parent, const QString& object_name, TEST_PLACE place = TEST_PLACE::here())
     {
@@ -59,7 +60,8 @@ public:
         return nullptr;
     }
 
-    /// Shows a window and waits until it is on the screen and active. False, and a failed test, where it does not come up.
+    /// Shows a window and waits until it is on the screen and active. False, and a failed test, where it does not come
+    /// up.
     static bool show(QWidget* window, TEST_PLACE place = TEST_PLACE::here());
 
     /// Moves the pointer, with whatever buttons are held.
@@ -82,8 +84,8 @@ public:
     static void click(QWidget* widget, TEST_PLACE place = TEST_PLACE::here());
     static void double_click(QWidget* widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton,
                              Qt::KeyboardModifiers modifiers = Qt::NoModifier, TEST_PLACE place = TEST_PLACE::here());
-    /// Press, a move for each pixel of the way, release. The way is fixed on the screen when the drag begins: a widget that
-    /// moves under the pointer does not bend it. Only the beginning must lie in the widget.
+    /// Press, a move for each pixel of the way, release. The way is fixed on the screen when the drag begins: a widget
+    /// that moves under the pointer does not bend it. Only the beginning must lie in the widget.
     static void drag(QWidget* widget, const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton,
                      Qt::KeyboardModifiers modifiers = Qt::NoModifier, TEST_PLACE place = TEST_PLACE::here());
     /// The points of such a way behind its first one, one pixel apart in the direction of the longer side.
@@ -108,8 +110,8 @@ public:
     /// A text, character by character (Latin-1).
     static void type(QWidget* widget, const QString& text, TEST_PLACE place = TEST_PLACE::here());
 
-    /// Drags data over the widget and drops it there, as the platform does it when a drag comes in from outside. Returns the
-    /// action that was accepted, Qt::IgnoreAction for none.
+    /// Drags data over the widget and drops it there, as the platform does it when a drag comes in from outside.
+    /// Returns the action that was accepted, Qt::IgnoreAction for none.
     static Qt::DropAction drop(QWidget* widget, const QPoint& position, const QMimeData* data,
                                Qt::DropActions actions = Qt::CopyAction,
                                Qt::KeyboardModifiers modifiers = Qt::NoModifier, TEST_PLACE place = TEST_PLACE::here());
@@ -128,8 +130,8 @@ private:
     static QList<QObject*> get_objects(const QObject* parent);
 };
 
-/// The driver in coordinates of a drawing, for one view. Each position is mapped to the nearest pixel when it is used, so that a view
-/// that scrolls or zooms in between is followed.
+/// The driver in coordinates of a drawing, for one view. Each position is mapped to the nearest pixel when it is used,
+/// so that a view that scrolls or zooms in between is followed.
 class MAPPED_DRIVER
 {
 public:

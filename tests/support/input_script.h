@@ -14,10 +14,10 @@
 ///     const QRect result = track_rectangle(view); // runs its own loop
 ///     script.finish();
 ///
-/// A step runs from a timer when the one before has returned, or has itself got stuck in a nested loop (a press whose handler
-/// runs one, an exec()). What a step does with GUI_DRIVER counts as part of the step. A script that is not through within its
-/// time fails the test, and the loops in which it hangs are ended: popups and modal dialogs are closed, then all loops
-/// are told to exit.
+/// A step runs from a timer when the one before has returned, or has itself got stuck in a nested loop (a press whose
+/// handler runs one, an exec()). What a step does with GUI_DRIVER counts as part of the step. A script that is not
+/// through within its time fails the test, and the loops in which it hangs are ended: popups and modal dialogs are
+/// closed, then all loops are told to exit.
 class INPUT_SCRIPT
 {
 public:

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-/// An internal error that a test caught. It is thrown from MSG_INTERNAL_ERROR::report() while a trap is set, so that the code behind the
-/// report does not run, as in a real process.
+/// An internal error that a test caught. It is thrown from MSG_INTERNAL_ERROR::report() while a trap is set, so that
+/// the code behind the report does not run, as in a real process.
 struct TRAPPED_INTERNAL_ERROR
 {
     std::string text;

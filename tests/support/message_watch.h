@@ -11,9 +11,10 @@
 /// the running test did not expect fails it. The fixtures of gui_test.h do the calling.
 ///
 /// The watch stands in front of the message handler that was in force and hands every message on to it, so that the
-/// application's own routing works as in a tool. Messages of any thread count. What the platform plugin
-/// says of things that it cannot do ("This plugin does not support ...") and of windows that were closed while the window
-/// manager asked about them is nobody's fault and does not count.
+/// application's own routing works as in a tool. It is blind from TOLV_APP::copy_argv_for_qt() to the end of the
+/// constructor, whose handlers hand nothing on. Messages of any thread count. What the platform plugin
+/// says of things that it cannot do ("This plugin does not support ...") and of windows that were closed while the
+/// window manager asked about them is nobody's fault and does not count.
 class MESSAGE_WATCH
 {
 public:
@@ -27,7 +28,8 @@ public:
     static void end(TEST_PLACE place = TEST_PLACE::here());
 };
 
-/// Expects a warning or critical message of Qt for a scope. Messages that fit do not fail the test; that none came does.
+/// Expects a warning or critical message of Qt for a scope. Messages that fit do not fail the test; that none came
+/// does.
 class SCOPED_EXPECTED_WARNING
 {
 public:
@@ -47,8 +49,8 @@ private:
     TEST_PLACE m_place;
 };
 
-/// Expects a debug record for a scope: those under `key` whose text contains `part` do not fail the test; that none came
-/// does. The scope must not clear the records.
+/// Expects a debug record for a scope: those under `key` whose text contains `part` do not fail the test; that none
+/// came does. The scope must not clear the records.
 class SCOPED_EXPECTED_DEBUG_RECORD
 {
 public:

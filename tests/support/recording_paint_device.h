@@ -27,8 +27,8 @@ struct PAINT_COMMAND
     QRectF clip; ///< bounds of the clip in the caller's coordinates; null for none
 };
 
-/// A paint device that draws nothing and remembers what a painter was told to draw: for tests of what a paint draws where
-/// pixels would only say that it looks the same.
+/// A paint device that draws nothing and remembers what a painter was told to draw: for tests of what a paint draws
+/// where pixels would only say that it looks the same.
 class RECORDING_PAINT_DEVICE : public QPaintDevice
 {
 public:

@@ -1,8 +1,8 @@
 #include "x11_pointer.h"
 
-#include "gui_driver.h"
-
 #include <gtest/gtest.h>
+
+#include <QPoint>
 
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
@@ -33,25 +33,30 @@ static_assert(sizeof(FAKE_INPUT_REQUEST) == 36, "as the protocol has it");
 
 constexpr std::uint8_t FAKE_INPUT_OPCODE = 2;
 
-/// A connection of its own, for the life of the process; null without a server or the extension.
-xcb_connection_t* get_connection(xcb_extension_t* extension)
+xcb_extension_t* get_test_extension()
+{
+    static xcb_extension_t extension = {"XTEST", 0};
+    return &extension;
+}
+
+/// A connection of its own, for the life of the process; null, and a failed test, without a server or the extension.
+xcb_connection_t* get_connection()
 {
     static xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    if (xcb_connection_has_error(connection) != 0)
-        return nullptr;
-    const xcb_query_extension_reply_t* const reply = xcb_get_extension_data(connection, extension);
-    return reply != nullptr && reply->present ? connection : nullptr;
+    const xcb_query_extension_reply_t* reply = nullptr;
+    if (xcb_connection_has_error(connection) == 0)
+        reply = xcb_get_extension_data(connection, get_test_extension());
+    if (reply != nullptr && reply->present)
+        return connection;
+    ADD_FAILURE() << "there is no X server with the extension XTEST";
+    return nullptr;
 }
 
 void send_input(std::uint8_t type, std::uint8_t detail, const QPoint& position)
 {
-    static xcb_extension_t extension = {"XTEST", 0};
-    xcb_connection_t* const connection = get_connection(&extension);
+    xcb_connection_t* const connection = get_connection();
     if (connection == nullptr)
-    {
-        ADD_FAILURE() << "there is no X server with the extension XTEST";
         return;
-    }
     FAKE_INPUT_REQUEST request;
     std::memset(&request, 0, sizeof(request));
     request.type = type;
@@ -62,7 +67,7 @@ void send_input(std::uint8_t type, std::uint8_t detail, const QPoint& position)
     iovec parts[3] = {};
     parts[2].iov_base = &request;
     parts[2].iov_len = sizeof(request);
-    const xcb_protocol_request_t description = {1, &extension, FAKE_INPUT_OPCODE, 1};
+    const xcb_protocol_request_t description = {1, get_test_extension(), FAKE_INPUT_OPCODE, 1};
     xcb_send_request(connection, 0, parts + 2, &description);
     free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)); // a round trip
 }
@@ -97,15 +102,21 @@ void X11_POINTER::click(const QPoint& position, Qt::MouseButton button)
     release(button);
 }
 
-void X11_POINTER::drag(const QPoint& from, const QPoint& to, Qt::MouseButton button)
+QPoint X11_POINTER::get_window_position(std::uintptr_t window)
 {
-    move_to(from);
-    press(button);
-    for (const QPoint& position : GUI_DRIVER::get_way(from, to))
+    xcb_connection_t* const connection = get_connection();
+    if (connection == nullptr)
+        return {};
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const xcb_translate_coordinates_cookie_t cookie =
+        xcb_translate_coordinates(connection, static_cast<xcb_window_t>(window), root, 0, 0);
+    xcb_translate_coordinates_reply_t* const reply = xcb_translate_coordinates_reply(connection, cookie, nullptr);
+    if (reply == nullptr)
     {
-        move_to(position);
-        GUI_DRIVER::process_posted();
+        ADD_FAILURE() << "the X server does not know the window";
+        return {};
     }
-    release(button);
-    GUI_DRIVER::process_posted();
+    const QPoint result(reply->dst_x, reply->dst_y);
+    free(reply);
+    return result;
 }
