@@ -253,6 +253,15 @@ TEST_F(TOLV_APP_START_TEST, a_release_rate_of_the_user_is_left_alone_and_the_one
     EXPECT_EQ(2, records[0].level);
 }
 
+TEST_F(TOLV_APP_START_TEST, an_empty_release_rate_of_the_user_is_one_all_the_same)
+{
+    const SCOPED_ENVIRONMENT_VARIABLE variable("TCMALLOC_RELEASE_RATE", "");
+    const SCOPED_EXPECTED_DEBUG_RECORD record("TOLV", "TCMALLOC_RELEASE_RATE set by user");
+    MEM::MALLOC_EXTENSION::set_memory_release_rate(3.5);
+    set_release_rate();
+    EXPECT_EQ(3.5, MEM::MALLOC_EXTENSION::get_memory_release_rate());
+}
+
 // ---- The constructor and the destructor -----------------------------------------------------------------------------
 
 TEST_F(TOLV_APP_START_TEST, the_full_message_handler_is_in_force_from_the_constructor_on)
@@ -400,6 +409,13 @@ TEST_F(TOLV_APP_PLAIN_TEST, fonts_of_the_resources_are_loaded_in_order_and_bad_o
     for (int id = 0; id < 10; ++id)
         families += QFontDatabase::applicationFontFamilies(id);
     EXPECT_EQ((QStringList{QStringLiteral("DejaVu Serif"), QStringLiteral("DejaVu Sans Mono")}), families);
+}
+
+TEST_F(TOLV_APP_START_TEST, the_constructor_loads_the_fonts)
+{
+    ASSERT_TRUE(register_fonts({{"KorvexClear_Rg.ttf", std::string(FONT_FOLDER) + "DejaVuSerif.ttf"}}));
+    make_app();
+    EXPECT_EQ(QStringList{QStringLiteral("DejaVu Serif")}, QFontDatabase::applicationFontFamilies(0));
 }
 
 TEST_F(TOLV_APP_PLAIN_TEST, every_font_name_of_the_list_is_looked_for)
