@@ -46,7 +46,7 @@ TEST(TOLV_CHECK_TEST, a_source_file_is_named_without_its_folder_and_its_ending)
 {
     const auto get_name = [](const char* source_path)
     { return CATCH_INTERNAL_ERROR(tolv_report_internal_error("text", source_path, 7)).file; };
-    EXPECT_EQ("tolv_view", get_name("/home/user/tolv/tolv_view.cpp"));
+    EXPECT_EQ("tolv_view", get_name("/a/b/tolv_view.cpp"));
     EXPECT_EQ("tolv_view", get_name("../tolv/tolv_view.h"));
     EXPECT_EQ("tolv_view", get_name("tolv_view.cpp"));
     EXPECT_EQ("tolv_view", get_name("tolv_view"));
