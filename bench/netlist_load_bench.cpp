@@ -13,7 +13,7 @@
 
 namespace
 {
-constexpr std::size_t CELLS = 15000;
+constexpr std::size_t CELLS = 17500;
 
 const std::string& get_text()
 {

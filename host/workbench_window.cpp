@@ -125,6 +125,7 @@ QStringList WORKBENCH_WINDOW::get_selected_path() const
 void WORKBENCH_WINDOW::open_file(const QString& file)
 {
     m_load_error.clear();
+    statusBar()->clearMessage(); // what it says of an earlier file
     m_loader->start(QFileInfo(file).absoluteFilePath());
     set_loading(true);
     m_messages->add_note(tr("Reading %1").arg(get_shown_path(m_loader->get_file())));

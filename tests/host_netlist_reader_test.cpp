@@ -375,6 +375,25 @@ TEST(host_netlist_reader, a_file_cut_anywhere_is_an_error_at_its_end)
     EXPECT_GT(cut_off, whole.size() * 95 / 100);
 }
 
+TEST(host_netlist_reader, a_changed_byte_anywhere_gives_a_netlist_or_a_reason)
+{
+    const std::string whole = SMALL;
+    std::size_t refused = 0;
+    for (std::size_t at = 0; at < whole.size(); ++at)
+    {
+        for (const char byte : {'\0', '"', '{', '}', '[', ']', ',', '5', '-', '\\', '\xff'})
+        {
+            std::string changed = whole;
+            changed[at] = byte;
+            const NETLIST_READ_RESULT result = read(changed);
+            ASSERT_NE(result.netlist == nullptr, result.error.reason.empty()) << at << " " << int(byte);
+            ASSERT_FALSE(result.was_stopped);
+            refused += result.netlist == nullptr ? 1 : 0;
+        }
+    }
+    EXPECT_GT(refused, whole.size());
+}
+
 TEST(host_netlist_reader, a_cut_file_names_place_and_reason)
 {
     EXPECT_EQ(

@@ -55,6 +55,7 @@ protected:
     void SetUp() override
     {
         TOLV_GUI_TEST::SetUp();
+        WORKBENCH_RECENT_FILES::clear();
         m_window = std::make_unique<WORKBENCH_WINDOW>();
         app().set_main_window(m_window.get());
         ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
@@ -192,6 +193,7 @@ TEST_F(host_window, a_bad_file_gets_a_message_and_the_design_stays)
     EXPECT_TRUE(window().select_path({"serial_station", "u_timer"}));
     load(get_design("synth"));
     EXPECT_EQ("", window().get_load_error());
+    EXPECT_EQ("", window().statusBar()->currentMessage());
     EXPECT_NE(before, window().get_netlist());
 }
 
