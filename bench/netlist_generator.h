@@ -33,6 +33,23 @@ public:
         return text + "      }\n    }\n  }\n}\n";
     }
 
+    /// A chain of modules "m0" to "m<levels>", each with two instances of the one before; "m0" has `cells` cells. The top
+    /// stands for 2 to the power of `levels` instances.
+    static std::string make_doubling(int levels, int cells)
+    {
+        std::string text = R"({"modules":{"m0":{"cells":{)";
+        for (int i = 0; i < cells; ++i)
+            text += (i > 0 ? ",\"c" : "\"c") + std::to_string(i) + R"(":{"type":"LUT"})";
+        text += "}}";
+        for (int i = 1; i <= levels; ++i)
+        {
+            const std::string type = R"({"type":"m)" + std::to_string(i - 1) + "\"}";
+            text.append(",\"m").append(std::to_string(i)).append(R"(":{"cells":{"u":)");
+            text.append(type).append(",\"v\":").append(type).append("}}");
+        }
+        return text + "}}";
+    }
+
 private:
     static void add_cell(std::string& text, std::size_t i)
     {

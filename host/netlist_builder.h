@@ -97,8 +97,8 @@ private:
     };
     struct FIELD_ROW
     {
+        const char* key; ///< null for any
         CONTEXT context;
-        const char* key;
         SLOT slot;
     };
     struct FRAME

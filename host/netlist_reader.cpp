@@ -19,8 +19,8 @@ namespace
 // Shares of the progress: the file's bytes, then the parsing, then tying the modules together.
 constexpr int PERCENT_LOADED = 10;
 constexpr int PERCENT_PARSED = 95;
-constexpr std::size_t LOAD_STEP = 1024 * 1024;
-constexpr std::size_t PARSE_STEP = 64 * 1024;
+constexpr std::size_t LOAD_STEP = std::size_t(1024) * 1024;
+constexpr std::size_t PARSE_STEP = std::size_t(64) * 1024;
 
 constexpr int NUMBER_OVERFLOW = 406; // the parser's number for it
 

@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -108,17 +109,17 @@ int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
         set_desktop_font();
     if (command_line.is_dark)
         setPalette(get_dark_palette());
-    WORKBENCH_WINDOW window;
-    m_window = &window;
+    const auto window = std::make_unique<WORKBENCH_WINDOW>();
+    m_window = window.get();
     if (command_line.width > 0)
-        window.resize(command_line.width, command_line.height);
-    window.setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
-    window.show();
-    TOLV_SAFE_CONNECT(&window, SIGNAL(load_ended()), this, SLOT(finish_loading()));
+        window->resize(command_line.width, command_line.height);
+    window->setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
+    window->show();
+    TOLV_SAFE_CONNECT(window.get(), SIGNAL(load_ended()), this, SLOT(finish_loading()));
     const QString file =
         command_line.file.empty() ? find_shipped_design() : QString::fromLocal8Bit(command_line.file.c_str());
     if (!file.isEmpty())
-        window.open_file(file);
+        window->open_file(file);
     else if (!command_line.screenshot.empty())
     {
         std::fprintf(stderr, "norvane_workbench: the shipped design is not installed\n");

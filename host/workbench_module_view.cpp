@@ -123,7 +123,7 @@ WORKBENCH_MODULE_VIEW::WORKBENCH_MODULE_VIEW(QWidget* parent)
     set_module(nullptr, 0, QStringList());
 }
 
-void WORKBENCH_MODULE_VIEW::set_module(std::shared_ptr<const NETLIST> netlist, std::uint32_t module,
+void WORKBENCH_MODULE_VIEW::set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module,
                                        const QStringList& path)
 {
     set_title(netlist.get(), module, path);

@@ -56,7 +56,7 @@ public:
 
     /// Shows a module. A null netlist empties the view.
     /// @param path names of the instances from the top to the one that is shown
-    void set_module(std::shared_ptr<const NETLIST> netlist, std::uint32_t module, const QStringList& path);
+    void set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module, const QStringList& path);
 
     TAB get_tab() const;
     /// The chosen row of the tab that is shown; -1 for none.

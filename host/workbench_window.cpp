@@ -47,7 +47,7 @@ QString get_dragged_file(const QMimeData* data)
 /// A path as short as it can be said: below the working folder without it, below the user's own with "~".
 QString get_shown_path(const QString& file)
 {
-    const QString relative = QDir::current().relativeFilePath(file);
+    QString relative = QDir::current().relativeFilePath(file);
     if (!relative.startsWith(QLatin1String("..")))
         return relative;
     const QString home = QDir::homePath() + QLatin1Char('/');
@@ -211,21 +211,7 @@ void WORKBENCH_WINDOW::show_progress(int percent)
 void WORKBENCH_WINDOW::take_result()
 {
     set_loading(false);
-    const NETLIST_READ_RESULT& result = m_loader->get_result();
-    if (result.netlist != nullptr)
-    {
-        WORKBENCH_RECENT_FILES::add(m_loader->get_file());
-        show_netlist(result.netlist);
-    }
-    else if (result.was_stopped)
-    {
-        m_messages->add_note(tr("Reading %1 was cancelled").arg(get_shown_path(m_loader->get_file())));
-        statusBar()->showMessage(tr("Cancelled"), 5000);
-    }
-    else
-    {
-        show_error(workbench_to_qstring(result.error.get_text()));
-    }
+    show_result();
     emit load_ended();
 }
 
@@ -423,6 +409,25 @@ void WORKBENCH_WINDOW::set_loading(bool is_loading)
     m_cancel_button->setVisible(is_loading);
     m_totals_label->setVisible(!is_loading);
     m_reload_action->setEnabled(!m_loader->get_file().isEmpty());
+}
+
+void WORKBENCH_WINDOW::show_result()
+{
+    const NETLIST_READ_RESULT& result = m_loader->get_result();
+    if (result.netlist != nullptr)
+    {
+        WORKBENCH_RECENT_FILES::add(m_loader->get_file());
+        show_netlist(result.netlist);
+    }
+    else if (result.was_stopped)
+    {
+        m_messages->add_note(tr("Reading %1 was cancelled").arg(get_shown_path(m_loader->get_file())));
+        statusBar()->showMessage(tr("Cancelled"), 5000);
+    }
+    else
+    {
+        show_error(workbench_to_qstring(result.error.get_text()));
+    }
 }
 
 void WORKBENCH_WINDOW::show_netlist(std::shared_ptr<const NETLIST> netlist)

@@ -81,6 +81,7 @@ private:
     void create_status_bar();
     void set_tab_order();
     void set_loading(bool is_loading);
+    void show_result();
     void show_netlist(std::shared_ptr<const NETLIST> netlist);
     void show_error(const QString& error);
     void show_status();

@@ -1,4 +1,5 @@
 #include "hierarchy_model.h"
+#include "netlist_generator.h"
 #include "netlist_properties.h"
 #include "netlist_reader.h"
 #include "netlist_table_model.h"
@@ -163,14 +164,8 @@ TEST(host_hierarchy_model, an_instance_is_found_by_its_cell)
 
 TEST(host_hierarchy_model, a_design_of_a_thousand_billion_instances_costs_only_what_is_opened)
 {
-    std::string text = R"({"modules":{"m0":{"cells":{"x":{"type":"LUT"}}})";
-    for (int i = 1; i <= 40; ++i)
-    {
-        const std::string type = R"({"type":"m)" + std::to_string(i - 1) + "\"}";
-        text += ",\"m" + std::to_string(i) + R"(":{"cells":{"u":)" + type + ",\"v\":" + type + "}}";
-    }
     HIERARCHY_MODEL model;
-    model.set_netlist(read(text + "}}"));
+    model.set_netlist(read(NETLIST_GENERATOR::make_doubling(40, 1)));
     QStringList path{"m40"};
     for (int i = 0; i < 40; ++i)
         path.append("v");

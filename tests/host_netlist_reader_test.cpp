@@ -1,3 +1,4 @@
+#include "netlist_generator.h"
 #include "netlist_reader.h"
 
 #include "test_environment.h"
@@ -289,13 +290,7 @@ TEST(host_netlist_reader, a_hierarchy_of_a_hundred_thousand_levels_is_walked)
 
 TEST(host_netlist_reader, counts_stop_at_the_largest_value)
 {
-    std::string text = R"({"modules":{"m0":{"cells":{"x":{"type":"LUT"}}})";
-    for (int i = 1; i <= 70; ++i)
-    {
-        const std::string type = R"({"type":"m)" + std::to_string(i - 1) + "\"}";
-        text += ",\"m" + std::to_string(i) + R"(":{"cells":{"u":)" + type + ",\"v\":" + type + "}}";
-    }
-    const auto netlist = read(text + "}}").netlist;
+    const auto netlist = read(NETLIST_GENERATOR::make_doubling(70, 1)).netlist;
     ASSERT_NE(nullptr, netlist);
     EXPECT_EQ(std::uint64_t(1) << 63, netlist->modules[63].leaf_cell_count);
     EXPECT_EQ(~std::uint64_t(0), netlist->modules[70].leaf_cell_count);

@@ -1,4 +1,5 @@
 #include "netlist_connectivity.h"
+#include "netlist_generator.h"
 #include "netlist_reader.h"
 #include "netlist_statistics.h"
 
@@ -165,13 +166,7 @@ TEST(host_netlist_statistics, an_instance_counts_as_often_as_it_stands)
 
 TEST(host_netlist_statistics, counts_stop_at_the_largest_value)
 {
-    std::string text = R"({"modules":{"m0":{"cells":{"x":{"type":"LUT"},"y":{"type":"LUT"}}})";
-    for (int i = 1; i <= 70; ++i)
-    {
-        const std::string type = R"({"type":"m)" + std::to_string(i - 1) + "\"}";
-        text += ",\"m" + std::to_string(i) + R"(":{"cells":{"u":)" + type + ",\"v\":" + type + "}}";
-    }
-    const auto netlist = read_text(text + "}}");
+    const auto netlist = read_text(NETLIST_GENERATOR::make_doubling(70, 2));
     ASSERT_NE(nullptr, netlist);
     EXPECT_EQ(~std::uint64_t(0), netlist_get_totals(*netlist, 70).leaf_cells);
     EXPECT_EQ(71u, netlist_get_totals(*netlist, 70).levels);

@@ -405,17 +405,17 @@ TEST_F(host_window, recent_files_are_offered_the_latest_first)
     auto* const menu = find<QMenu>("recent_menu");
     emit menu->aboutToShow();
     ASSERT_EQ(4, menu->actions().size());
-    EXPECT_TRUE(menu->actions()[0]->text().startsWith("&1  "));
-    menu->actions()[1]->trigger();
+    EXPECT_TRUE(menu->actions().at(0)->text().startsWith("&1  "));
+    menu->actions().at(1)->trigger();
     wait_for_load();
     EXPECT_EQ("serial_station_rtl.json - Norvane Workbench", window().windowTitle());
     emit menu->aboutToShow();
-    EXPECT_EQ("&Clear List", menu->actions()[3]->text());
-    menu->actions()[3]->trigger();
+    EXPECT_EQ("&Clear List", menu->actions().at(3)->text());
+    menu->actions().at(3)->trigger();
     EXPECT_EQ(QStringList(), WORKBENCH_RECENT_FILES::get());
     emit menu->aboutToShow();
     ASSERT_EQ(2, menu->actions().size());
-    EXPECT_FALSE(menu->actions()[1]->isEnabled());
+    EXPECT_FALSE(menu->actions().at(1)->isEnabled());
 }
 
 TEST_F(host_window, recent_files_keep_eight_and_ignore_a_list_of_another_version)
@@ -437,9 +437,9 @@ TEST_F(host_window, the_view_menu_hides_and_shows_the_docks)
     for (int i = 0; i < 4; ++i)
     {
         EXPECT_TRUE(find<QDockWidget>(docks[i])->isVisible());
-        menu->actions()[i]->trigger();
+        menu->actions().at(i)->trigger();
         EXPECT_FALSE(find<QDockWidget>(docks[i])->isVisible()) << docks[i];
-        menu->actions()[i]->trigger();
+        menu->actions().at(i)->trigger();
         EXPECT_TRUE(find<QDockWidget>(docks[i])->isVisible()) << docks[i];
     }
 }
@@ -453,7 +453,7 @@ TEST_F(host_window, the_about_box_names_the_product_and_goes)
             title = dialog->windowTitle();
             dialog->reject();
         });
-    find<QMenu>("help_menu")->actions()[0]->trigger();
+    find<QMenu>("help_menu")->actions().at(0)->trigger();
     EXPECT_EQ("About Norvane Workbench", title);
 }
 
