@@ -16,9 +16,10 @@ TEST(TOLV_CHECK_TEST, a_condition_that_holds_is_evaluated_once_and_reports_nothi
 TEST(TOLV_CHECK_TEST, a_failed_condition_is_reported_in_its_own_words_with_its_place)
 {
     const int* m_view = nullptr;
-    const int line = __LINE__ + 1;
-    const TRAPPED_INTERNAL_ERROR error = CATCH_INTERNAL_ERROR(TOLV_CHECK(m_view != NULL));
-    EXPECT_EQ("m_view != NULL", error.text); // the macro in it is not replaced by what it stands for
+    const int line = __LINE__ + 2;
+    const TRAPPED_INTERNAL_ERROR error =
+        CATCH_INTERNAL_ERROR(TOLV_CHECK(m_view != NULL)); // NOLINT(modernize-use-nullptr)
+    EXPECT_EQ("m_view != NULL", error.text);              // the macro in it is not replaced by what it stands for
     EXPECT_EQ("TOLV", error.tag);
     EXPECT_EQ("tolv_check_test", error.file);
     EXPECT_EQ(line, error.line);
