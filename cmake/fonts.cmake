@@ -41,7 +41,7 @@ add_custom_command(OUTPUT ${font_folder}/qrc_tolv_fonts.cpp
   COMMAND Qt5::rcc --no-compress --name tolv_fonts --output ${font_folder}/qrc_tolv_fonts.cpp ${font_folder}/tolv_fonts.qrc
   DEPENDS ${font_folder}/tolv_fonts.qrc ${font_files}
   COMMENT "Compiling the fonts" VERBATIM)
-set_source_files_properties(${font_folder}/qrc_tolv_fonts.cpp TARGET_DIRECTORY tolv
+set_source_files_properties(${font_folder}/qrc_tolv_fonts.cpp
   PROPERTIES SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON)
 target_sources(tolv PRIVATE ${font_folder}/qrc_tolv_fonts.cpp)
 

@@ -7,6 +7,7 @@
 #include "msg.h"
 #include "put.h"
 #include "thr.h"
+#include "tolv_gdi_manager.h"
 #include "tolv_global.h"
 #include "tolv_mem.h"
 #include "tolv_msg.h"
@@ -84,7 +85,8 @@ TOLV_APP::TOLV_APP(int& argc, char** argv) : QApplication(argc, argv)
     tolv_install_QtMsgHandler(tolv_QtMsgHandler);
     m_undo_redo_mgr = new GEN_UNDO_REDO_MGR;
     tolv_load_fonts_from_resources();
-    CFGQ_REGISTRY::migrate_registry_settings();
+    CFGQ_REGISTRY::migrate_registry_settings(); // first: the drawing resources are read from the registry
+    tolv_create_gdi_manager();
     m_was_ui_process = gen_get_is_ui_process();
     m_was_qt = gen_get_is_qt();
     gen_set_is_ui_process(true);
@@ -96,6 +98,7 @@ TOLV_APP::~TOLV_APP()
     delete m_undo_redo_mgr;
     m_undo_redo_mgr = nullptr;
     QFontDatabase::removeAllApplicationFonts();
+    tolv_delete_gdi_manager();
     gen_set_is_ui_process(m_was_ui_process);
     gen_set_is_qt(m_was_qt);
 }

@@ -18,7 +18,7 @@ class GEN_UNDO_REDO_MGR;
 ///     ... destroy app ...
 ///
 /// There is no way back: a second TOLV_APP in one process is not provided for. The object owns what lives as long as the
-/// application: the undo/redo manager and the application fonts. Everything belongs to the thread of main(), which
+/// application: the undo/redo manager, the application fonts and the drawing resources, which nobody may use behind it. Everything belongs to the thread of main(), which
 /// becomes the GUI thread. Nothing here reports an error to the user.
 class TOLV_EXPORT TOLV_APP : public QApplication
 {
