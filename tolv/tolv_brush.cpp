@@ -1,6 +1,6 @@
 #include "tolv_brush.h"
 
-#include "tolv_gdi_access.h"
+#include "tolv_gdi_access_p.h"
 #include "tolv_mem.h"
 
 TOLV_MEM_INITIALIZER();

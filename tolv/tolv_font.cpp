@@ -1,7 +1,7 @@
 #include "tolv_font.h"
 
 #include "tolv_font_attributes.h"
-#include "tolv_gdi_access.h"
+#include "tolv_gdi_access_p.h"
 #include "tolv_mem.h"
 
 TOLV_MEM_INITIALIZER();

@@ -1,4 +1,4 @@
-#include "tolv_gdi_data.h"
+#include "tolv_gdi_data_p.h"
 
 #include "cfg.h"
 #include "tolv_check.h"

@@ -1,4 +1,4 @@
-#include "tolv_gdi_stored_form.h"
+#include "tolv_gdi_stored_form_p.h"
 
 #include "tolv_mem.h"
 

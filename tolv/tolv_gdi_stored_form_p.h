@@ -11,7 +11,7 @@
 /// does not fit gives no value, and no number out of its range ever reaches Qt.
 
 /// A pen as it is stored. The text ends in the colour's value, which is written for readers and never read.
-struct TOLV_STORED_PEN
+struct TOLV_EXPORT TOLV_STORED_PEN
 {
     std::string color_name;
     Qt::PenStyle style = Qt::SolidLine;
@@ -26,7 +26,7 @@ struct TOLV_STORED_PEN
 };
 
 /// A font as it is stored.
-struct TOLV_STORED_FONT
+struct TOLV_EXPORT TOLV_STORED_FONT
 {
     bool can_change = false;
     std::string text_color_name;
