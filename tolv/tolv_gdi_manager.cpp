@@ -123,10 +123,8 @@ void TOLV_GDI_MANAGER::delete_instance()
     m_instance_has_been_deleted = true; // meant: also where there was none to delete
 }
 
-TOLV_GDI_MANAGER* TOLV_GDI_MANAGER::get_instance()
+TOLV_GDI_MANAGER* TOLV_GDI_MANAGER::make_instance()
 {
-    if (m_instance != nullptr)
-        return m_instance;
     TOLV_CHECK(!TOLV_GDI_MANAGER::m_instance_has_been_deleted);
     if (!m_instance_has_been_deleted)
         create_instance();
@@ -158,7 +156,6 @@ void TOLV_GDI_MANAGER::initialize_colors()
 {
     const STORED_TABLE stored_table(COLOR_VERSION);
     const QPalette palette = QGuiApplication::palette();
-    m_colors.reserve(TOLV_COLOR_COUNT);
     m_color_names.reserve(TOLV_COLOR_COUNT);
     for (TOLV_INITIAL_COLOR& row : tolv_initial_colors)
     {
@@ -240,17 +237,18 @@ void TOLV_GDI_MANAGER::reset_colors(const std::set<TOLV_COLOR_RESOURCE>& color_s
 void TOLV_GDI_MANAGER::save_colors_in_registry()
 {
     CFGQ_REGISTRY_KEY key = open_for_save(COLOR_VERSION);
-    for (const auto& [resource, color_data] : m_colors)
-    {
-        if (!color_data->can_change_color())
-            continue;
-        // A row at its default leaves no trace, so that a better default of a later release reaches its user.
-        const QString name = QString::fromStdString(color_data->get_name());
-        if (color_data->need_to_write_to_registry())
-            key.set_value(name, color_data->get_color().name());
-        else
-            key.remove(name);
-    }
+    m_colors.for_each(
+        [&key](const COLOR_DATA& color_data)
+        {
+            if (!color_data.can_change_color())
+                return;
+            // A row at its default leaves no trace, so that a better default of a later release reaches its user.
+            const QString name = QString::fromStdString(color_data.get_name());
+            if (color_data.need_to_write_to_registry())
+                key.set_value(name, color_data.get_color().name());
+            else
+                key.remove(name);
+        });
     refresh_pen_and_brush_colors();
 }
 
@@ -286,7 +284,6 @@ std::string TOLV_GDI_MANAGER::get_color_name(TOLV_COLOR_RESOURCE resource) const
 void TOLV_GDI_MANAGER::initialize_pens()
 {
     const STORED_TABLE stored_table(PEN_VERSION);
-    m_pens.reserve(TOLV_PEN_COUNT);
     for (const TOLV_INITIAL_PEN& row : tolv_initial_pens)
     {
         QString text;
@@ -347,9 +344,12 @@ void TOLV_GDI_MANAGER::set_pen_color(TOLV_PEN_RESOURCE resource, TOLV_COLOR_RESO
 void TOLV_GDI_MANAGER::save_pens_in_registry() const
 {
     CFGQ_REGISTRY_KEY key = open_for_save(PEN_VERSION);
-    for (const auto& [resource, pen_data] : m_pens)
-        key.set_value(QString::fromStdString(pen_data->m_name),
-                      TOLV_STORED_PEN::format(get_color_name(pen_data->m_color_resource), pen_data->m_pen));
+    m_pens.for_each(
+        [this, &key](const PEN_DATA& pen_data)
+        {
+            key.set_value(QString::fromStdString(pen_data.m_name),
+                          TOLV_STORED_PEN::format(get_color_name(pen_data.m_color_resource), pen_data.m_pen));
+        });
 }
 
 bool TOLV_GDI_MANAGER::has_pen(TOLV_PEN_RESOURCE resource) const
@@ -383,7 +383,6 @@ QPen* TOLV_GDI_MANAGER::get_custom_pen(Qt::PenStyle style, Qt::PenCapStyle cap, 
 
 void TOLV_GDI_MANAGER::initialize_brushes()
 {
-    m_brushes.reserve(TOLV_BRUSH_COUNT);
     for (const TOLV_INITIAL_BRUSH& row : tolv_initial_brushes)
     {
         const QBrush brush(get_color(row.color), row.style);
@@ -453,7 +452,6 @@ void TOLV_GDI_MANAGER::initialize_fonts()
 {
     const STORED_TABLE stored_table(FONT_VERSION);
     insert_font_substitutions();
-    m_fonts.reserve(TOLV_FONT_COUNT);
     for (const TOLV_INITIAL_FONT& row : tolv_initial_fonts)
     {
         QString text;
@@ -570,14 +568,15 @@ void TOLV_GDI_MANAGER::reset_fonts(const std::set<TOLV_FONT_RESOURCE>& font_set)
 
 void TOLV_GDI_MANAGER::save_fonts_in_registry()
 {
-    {
-        CFGQ_REGISTRY_KEY key = open_for_save(FONT_VERSION);
-        for (const auto& [resource, font_data] : m_fonts)
+    CFGQ_REGISTRY_KEY key = open_for_save(FONT_VERSION);
+    m_fonts.for_each(
+        [this, &key](const FONT_DATA& font_data)
+        {
             key.set_value(
-                QString::fromStdString(font_data->m_name),
-                TOLV_STORED_FONT::format(font_data->m_can_change, get_color_name(font_data->m_text_color_resource),
-                                         get_color_name(font_data->m_background_color_resource), font_data->m_font));
-    }
+                QString::fromStdString(font_data.m_name),
+                TOLV_STORED_FONT::format(font_data.m_can_change, get_color_name(font_data.m_text_color_resource),
+                                         get_color_name(font_data.m_background_color_resource), font_data.m_font));
+        });
     save_colors_in_registry();
 }
 
@@ -605,8 +604,7 @@ QFont* TOLV_GDI_MANAGER::get_custom_font(const TOLV_FONT_ATTRIBUTES& attributes)
 
 void TOLV_GDI_MANAGER::refresh_pen_and_brush_colors()
 {
-    for (const auto& [resource, brush_data] : m_brushes)
-        brush_data->m_brush.setColor(get_color(brush_data->m_color_resource));
-    for (const auto& [resource, pen_data] : m_pens)
-        pen_data->m_pen.setColor(get_color(pen_data->m_color_resource));
+    m_brushes.for_each([this](BRUSH_DATA& brush_data)
+                       { brush_data.m_brush.setColor(get_color(brush_data.m_color_resource)); });
+    m_pens.for_each([this](PEN_DATA& pen_data) { pen_data.m_pen.setColor(get_color(pen_data.m_color_resource)); });
 }

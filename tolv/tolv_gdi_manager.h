@@ -56,7 +56,10 @@ public:
     static void delete_instance();
     /// The manager, made at need. After delete_instance() the internal error
     /// "!TOLV_GDI_MANAGER::m_instance_has_been_deleted".
-    static TOLV_GDI_MANAGER* get_instance();
+    static TOLV_GDI_MANAGER* get_instance()
+    {
+        return m_instance != nullptr ? m_instance : make_instance();
+    }
 
     virtual ~TOLV_GDI_MANAGER();
     TOLV_GDI_MANAGER(const TOLV_GDI_MANAGER&) = delete;
@@ -166,6 +169,7 @@ private:
     };
 
     TOLV_GDI_MANAGER();
+    static TOLV_GDI_MANAGER* make_instance();
     void initialize_colors();
     void insert_color(TOLV_INITIAL_COLOR& row, const QColor* stored_color);
     void initialize_pens();
