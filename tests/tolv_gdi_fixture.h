@@ -21,7 +21,7 @@ protected:
         restart();
     }
 
-    /// The manager of the next session.
+    /// The manager as the next start makes it.
     static void restart()
     {
         tolv_delete_gdi_manager();

@@ -34,6 +34,7 @@ public:
     bool operator==(const TOLV_BRUSH& rhs) const;
     bool operator!=(const TOLV_BRUSH& rhs) const;
 
+    /// Makes it another brush, as the constructor of the same argument does.
     void set_brush(TOLV_BRUSH_RESOURCE brush);
     void set_brush(const QBrush& brush);
     void set_brush(Qt::BrushStyle style, TOLV_COLOR color);

@@ -34,6 +34,7 @@ public:
     bool operator==(const TOLV_FONT& rhs) const;
     bool operator!=(const TOLV_FONT& rhs) const;
 
+    /// Makes it a named font, as the constructor does.
     void set_font(TOLV_FONT_RESOURCE font);
     /// Makes it a custom font. What is not among the arguments (underline, strikeout, pitch, hint) stays.
     /// @param point in points, above 0

@@ -67,7 +67,9 @@ public:
 
     // ---- Colours ----
 
+    /// The colour at this moment; one of the system is looked up in the palette at each call.
     QColor get_color(TOLV_COLOR_RESOURCE resource) const;
+    /// The colour as it is without the user's change.
     QColor get_default_color(TOLV_COLOR_RESOURCE resource) const;
     /// Changes a colour for this process; neither stores it nor refreshes pens and brushes. Nothing happens to a
     /// colour of the system; one that cannot be changed is the internal error "m_change_non_windows_color".
@@ -87,6 +89,7 @@ public:
 
     // ---- Pens ----
 
+    /// The pen to draw with, live.
     QPen* get_pen(TOLV_PEN_RESOURCE resource) const;
     /// The named colour that the pen draws in.
     TOLV_COLOR_RESOURCE get_pen_color(TOLV_PEN_RESOURCE resource) const;
@@ -96,6 +99,7 @@ public:
     void set_pen_color(TOLV_PEN_RESOURCE resource, TOLV_COLOR_RESOURCE color_resource);
     /// Stores all pens, changed or not. No other save calls this one.
     void save_pens_in_registry() const;
+    /// Whether there is a row for the enumerator.
     bool has_pen(TOLV_PEN_RESOURCE resource) const;
     /// The shared pen with these attributes, made at the first call.
     QPen* get_custom_pen(Qt::PenStyle style, Qt::PenCapStyle cap, Qt::PenJoinStyle join, int width,
@@ -103,11 +107,13 @@ public:
 
     // ---- Brushes ----
 
+    /// The brush to fill with, live.
     QBrush* get_brush(TOLV_BRUSH_RESOURCE resource) const;
     /// The named colour that the brush fills with.
     TOLV_COLOR_RESOURCE get_brush_color(TOLV_BRUSH_RESOURCE resource) const;
     /// Gives the brush another named colour, whose present value it takes at once. Brushes are never stored.
     void set_brush_color(TOLV_BRUSH_RESOURCE resource, TOLV_COLOR_RESOURCE color_resource);
+    /// Whether there is a row for the enumerator.
     bool has_brush(TOLV_BRUSH_RESOURCE resource) const;
     /// The shared brush with these attributes, made at the first call.
     QBrush* get_custom_brush(Qt::BrushStyle style, const QColor& color);
@@ -131,6 +137,7 @@ public:
     void reset_fonts(const std::set<TOLV_FONT_RESOURCE>& font_set);
     /// Stores all fonts, changed or not, and then the colours as save_colors_in_registry() does.
     void save_fonts_in_registry();
+    /// Whether there is a row for the enumerator.
     bool has_font(TOLV_FONT_RESOURCE resource) const;
     /// The shared font with these attributes, made at the first call. `face` is the family.
     QFont* get_custom_font(int point_size, bool bold, bool italic, bool underline, bool strikeout, bool fixed_pitch,

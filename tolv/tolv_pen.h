@@ -34,6 +34,7 @@ public:
     bool operator==(const TOLV_PEN& rhs) const;
     bool operator!=(const TOLV_PEN& rhs) const;
 
+    /// Makes it another pen, as the constructor of the same argument does.
     void set_pen(TOLV_PEN_RESOURCE pen);
     void set_pen(const QPen& pen);
     /// The pen to draw with; it belongs to the manager and is never null, except in a process without one.

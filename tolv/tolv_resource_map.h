@@ -52,6 +52,7 @@ public:
         }
     }
 
+    /// Deletes all rows.
     void clear()
     {
         m_slots.clear();
