@@ -41,8 +41,9 @@ add_custom_command(OUTPUT ${font_folder}/qrc_tolv_fonts.cpp
   COMMAND Qt5::rcc --no-compress --name tolv_fonts --output ${font_folder}/qrc_tolv_fonts.cpp ${font_folder}/tolv_fonts.qrc
   DEPENDS ${font_folder}/tolv_fonts.qrc ${font_files}
   COMMENT "Compiling the fonts" VERBATIM)
+# Visible, as Q_INIT_RESOURCE and Q_CLEANUP_RESOURCE expect it of a library's resources.
 set_source_files_properties(${font_folder}/qrc_tolv_fonts.cpp
-  PROPERTIES SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON)
+  PROPERTIES SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS -fvisibility=default)
 target_sources(tolv PRIVATE ${font_folder}/qrc_tolv_fonts.cpp)
 
 # Who gets the library gets the fonts' licence with it.

@@ -369,11 +369,18 @@ TEST_F(TOLV_APP_TEST, the_main_window_is_the_subclass_s)
 
 // ---- Fonts ----------------------------------------------------------------------------------------------------------
 
+/// Takes the library's own fonts out of the resource tree: of two files with one path the first one counts.
+static void remove_fonts_of_the_library()
+{
+    Q_CLEANUP_RESOURCE(tolv_fonts); // declares a function, and so stands in no namespace
+}
+
 namespace
 {
 /// Puts a resource tree with these files under :/fonts, made by Qt's resource compiler.
 bool register_fonts(const std::vector<std::pair<std::string, std::string>>& names_and_files)
 {
+    remove_fonts_of_the_library();
     std::string collection = "<RCC><qresource prefix=\"/fonts\">";
     for (const auto& [name, file] : names_and_files)
     {
