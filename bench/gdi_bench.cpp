@@ -226,7 +226,7 @@ const QString& get_full_settings()
 
 void start_qsettings_loads_and_gives_all_rows(benchmark::State& state)
 {
-    const QString path = get_full_settings();
+    const QString& path = get_full_settings();
     for (auto _ : state)
     {
         state.PauseTiming();
@@ -244,7 +244,7 @@ BENCHMARK(start_qsettings_loads_and_gives_all_rows)->Unit(benchmark::kMicrosecon
 
 void start_with_all_rows_stored(benchmark::State& state)
 {
-    const QString path = get_full_registry();
+    const QString& path = get_full_registry();
     for (auto _ : state)
     {
         state.PauseTiming();
@@ -262,7 +262,7 @@ BENCHMARK(start_with_all_rows_stored)->Unit(benchmark::kMicrosecond)->Iterations
 
 void start_with_all_rows_stored_and_the_registry_read(benchmark::State& state)
 {
-    const QString path = get_full_registry();
+    const QString& path = get_full_registry();
     for (auto _ : state)
     {
         state.PauseTiming();

@@ -8,7 +8,7 @@
 enum TOLV_COLOR_RESOURCE : int
 {
     TOLV_MIN_COLOR = 0, ///< no colour resource
-#define TOLV_COLOR_ROW(resource, value, is_system, can_change, red, green, blue, role) resource = value,
+#define TOLV_COLOR_ROW(resource, value, is_system, can_change, red, green, blue, role) resource = (value),
 #include "tolv_color_table.def"
 #undef TOLV_COLOR_ROW
 };
@@ -17,7 +17,7 @@ enum TOLV_COLOR_RESOURCE : int
 enum TOLV_PEN_RESOURCE : int
 {
     TOLV_MIN_PEN = 0, ///< no pen resource
-#define TOLV_PEN_ROW(resource, value, color, style, cap, join, width) resource = value,
+#define TOLV_PEN_ROW(resource, value, color, style, cap, join, width) resource = (value),
 #include "tolv_pen_table.def"
 #undef TOLV_PEN_ROW
 };
@@ -26,7 +26,7 @@ enum TOLV_PEN_RESOURCE : int
 enum TOLV_BRUSH_RESOURCE : int
 {
     TOLV_MIN_BRUSH = 0, ///< no brush resource
-#define TOLV_BRUSH_ROW(resource, value, color, style) resource = value,
+#define TOLV_BRUSH_ROW(resource, value, color, style) resource = (value),
 #include "tolv_brush_table.def"
 #undef TOLV_BRUSH_ROW
 };
@@ -37,7 +37,7 @@ enum TOLV_FONT_RESOURCE : int
     TOLV_MIN_FONT = 0, ///< no font resource
 #define TOLV_FONT_ROW(resource, value, can_change, text, background, size, bold, italic, underline, strikeout, fixed,  \
                       hint, family)                                                                                    \
-    resource = value,
+    resource = (value),
 #include "tolv_font_table.def"
 #undef TOLV_FONT_ROW
 };

@@ -54,6 +54,7 @@ TEST_F(TOLV_GDI_ALLOCATION_TEST, copies_of_value_objects_take_no_memory)
     const TOLV_BRUSH brush(QBrush(QColor(1, 2, 3)));
     TOLV_FONT font(TOLV_GUI_FONT);
     font.set_point_size(17);
+    // NOLINTBEGIN(performance-unnecessary-copy-initialization): the copies are what is tested
     EXPECT_EQ(0, count_allocations(
                      [&]
                      {
@@ -64,6 +65,7 @@ TEST_F(TOLV_GDI_ALLOCATION_TEST, copies_of_value_objects_take_no_memory)
                          const TOLV_BRUSH brush_copy(brush);
                          const TOLV_FONT font_copy(font);
                      }));
+    // NOLINTEND(performance-unnecessary-copy-initialization)
 }
 
 TEST_F(TOLV_GDI_ALLOCATION_TEST, look_ups_take_no_memory)

@@ -13,10 +13,12 @@
 
 namespace
 {
-const QStringList FONT_FILES = {"KorvexClear_Bd.ttf",           "KorvexClear_BdIt.ttf",
-                                "KorvexClear_It.ttf",           "KorvexClear_Rg.ttf",
-                                "korvex-clear-headline.woff",   "korvex-clear-latin-bold.woff",
-                                "korvex-clear-latin-lite.woff", "korvex-clear-latin.woff"};
+QStringList font_files()
+{
+    return {"KorvexClear_Bd.ttf",           "KorvexClear_BdIt.ttf",       "KorvexClear_It.ttf",
+            "KorvexClear_Rg.ttf",           "korvex-clear-headline.woff", "korvex-clear-latin-bold.woff",
+            "korvex-clear-latin-lite.woff", "korvex-clear-latin.woff"};
+}
 
 QByteArray font_bytes(const QString& name)
 {
@@ -29,8 +31,8 @@ using TOLV_GDI_FONTS_TEST = PLAIN_GUI_TEST;
 
 TEST_F(TOLV_GDI_FONTS_TEST, lie_in_the_resources_all_eight)
 {
-    EXPECT_EQ(FONT_FILES, QDir(QStringLiteral(":/fonts")).entryList(QDir::Files, QDir::Name));
-    for (const QString& name : FONT_FILES)
+    EXPECT_EQ(font_files(), QDir(QStringLiteral(":/fonts")).entryList(QDir::Files, QDir::Name));
+    for (const QString& name : font_files())
     {
         const QByteArray bytes = font_bytes(name);
         const QByteArray signature = name.endsWith(".woff") ? QByteArray("wOFF") : QByteArray::fromHex("00010000");
@@ -40,7 +42,7 @@ TEST_F(TOLV_GDI_FONTS_TEST, lie_in_the_resources_all_eight)
 
 TEST_F(TOLV_GDI_FONTS_TEST, each_belongs_to_the_family)
 {
-    for (const QString& name : FONT_FILES)
+    for (const QString& name : font_files())
     {
         const int id = QFontDatabase::addApplicationFontFromData(font_bytes(name));
         ASSERT_GE(id, 0) << name.toStdString();

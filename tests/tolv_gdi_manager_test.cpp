@@ -321,7 +321,7 @@ TEST_F(TOLV_GDI_MANAGER_TEST, shares_custom_brushes_by_style_and_color)
 
 TEST_F(TOLV_GDI_MANAGER_TEST, shares_custom_fonts_by_all_their_attributes)
 {
-    const auto get = [this](const TOLV_FONT_ATTRIBUTES& attributes) { return manager().get_custom_font(attributes); };
+    const auto get = [](const TOLV_FONT_ATTRIBUTES& attributes) { return manager().get_custom_font(attributes); };
     const TOLV_FONT_ATTRIBUTES base = {11, true, false, true, false, true, QFont::Serif, QStringLiteral("Some Family")};
     QFont* const font = manager().get_custom_font(11, true, false, true, false, true, QFont::Serif, "Some Family");
     EXPECT_EQ(font, get(base));

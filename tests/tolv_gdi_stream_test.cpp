@@ -54,7 +54,10 @@ void expect_cut_streams_change_nothing(const VALUE& written, const VALUE& target
     EXPECT_FALSE(value == target);
 }
 
-const QPen SOME_PEN(QColor(1, 2, 3), 4, Qt::DashLine, Qt::RoundCap, Qt::BevelJoin);
+QPen some_pen()
+{
+    return QPen(QColor(1, 2, 3), 4, Qt::DashLine, Qt::RoundCap, Qt::BevelJoin);
+}
 constexpr int FORMAT = 1;
 } // namespace
 
@@ -77,7 +80,7 @@ TEST_F(TOLV_GDI_STREAM_TEST, colors_read_as_written)
 
 TEST_F(TOLV_GDI_STREAM_TEST, a_pen_is_format_resource_flag_pen_color)
 {
-    EXPECT_EQ(bytes_of(FORMAT, 0, 1, SOME_PEN) + write(TOLV_COLOR(QColor(1, 2, 3))), write(TOLV_PEN(SOME_PEN)));
+    EXPECT_EQ(bytes_of(FORMAT, 0, 1, some_pen()) + write(TOLV_COLOR(QColor(1, 2, 3))), write(TOLV_PEN(some_pen())));
     EXPECT_EQ(bytes_of(FORMAT, 5, 1, *manager().get_pen(TOLV_RED_PEN)) + write(TOLV_COLOR(TOLV_WINDOW_TEXT_COLOR)),
               write(TOLV_PEN(TOLV_RED_PEN)));
 }
@@ -85,15 +88,15 @@ TEST_F(TOLV_GDI_STREAM_TEST, a_pen_is_format_resource_flag_pen_color)
 TEST_F(TOLV_GDI_STREAM_TEST, custom_pens_read_as_written_into_the_shared_pen)
 {
     TOLV_PEN pen(TOLV_RED_PEN);
-    EXPECT_EQ(QDataStream::Ok, read(write(TOLV_PEN(SOME_PEN)), pen));
-    EXPECT_EQ(TOLV_PEN(SOME_PEN), pen);
-    EXPECT_EQ(TOLV_PEN(SOME_PEN).get_pen(), pen.get_pen());
-    expect_cut_streams_change_nothing(TOLV_PEN(SOME_PEN), TOLV_PEN(TOLV_RED_PEN));
+    EXPECT_EQ(QDataStream::Ok, read(write(TOLV_PEN(some_pen())), pen));
+    EXPECT_EQ(TOLV_PEN(some_pen()), pen);
+    EXPECT_EQ(TOLV_PEN(some_pen()).get_pen(), pen.get_pen());
+    expect_cut_streams_change_nothing(TOLV_PEN(some_pen()), TOLV_PEN(TOLV_RED_PEN));
 }
 
 TEST_F(TOLV_GDI_STREAM_TEST, a_named_pen_that_is_read_keeps_the_pointer_that_was_there)
 {
-    TOLV_PEN pen(SOME_PEN);
+    TOLV_PEN pen(some_pen());
     QPen* const pointer = pen.get_pen();
     EXPECT_EQ(QDataStream::Ok, read(write(TOLV_PEN(TOLV_WAVE_EVENT_PEN)), pen));
     EXPECT_EQ(TOLV_WAVE_EVENT_PEN, pen.get_pen_resource());
@@ -106,7 +109,7 @@ TEST_F(TOLV_GDI_STREAM_TEST, a_named_pen_that_is_read_keeps_the_pointer_that_was
 
 TEST_F(TOLV_GDI_STREAM_TEST, a_pen_without_one_in_the_stream_keeps_its_own)
 {
-    TOLV_PEN pen(SOME_PEN);
+    TOLV_PEN pen(some_pen());
     QPen* const pointer = pen.get_pen();
     EXPECT_EQ(QDataStream::Ok, read(bytes_of(FORMAT, 0, 0) + write(TOLV_COLOR(TOLV_GREEN_COLOR)), pen));
     EXPECT_EQ(pointer, pen.get_pen());
@@ -158,7 +161,7 @@ TEST_F(TOLV_GDI_STREAM_TEST, fonts_read_into_a_font_of_their_own)
     EXPECT_NE(written.get_font(), font.get_font()); // neither shared nor freed by anybody
     const QFont* const pointer = font.get_font();
     {
-        const TOLV_FONT copy(font);
+        const TOLV_FONT copy(font); // NOLINT(performance-unnecessary-copy-initialization): its end is what is tested
         EXPECT_EQ(pointer, copy.get_font());
     }
     EXPECT_EQ(17, pointer->pointSize());
@@ -189,7 +192,7 @@ TEST_F(TOLV_GDI_STREAM_TEST, the_version_of_the_stream_is_the_callers)
         QByteArray bytes;
         QDataStream writer(&bytes, QIODevice::WriteOnly);
         writer.setVersion(version);
-        writer << written << TOLV_PEN(SOME_PEN) << TOLV_BRUSH(TOLV_RED_BRUSH) << TOLV_COLOR(TOLV_BLUE_COLOR);
+        writer << written << TOLV_PEN(some_pen()) << TOLV_BRUSH(TOLV_RED_BRUSH) << TOLV_COLOR(TOLV_BLUE_COLOR);
         EXPECT_EQ(version, writer.version());
         QDataStream reader(bytes);
         reader.setVersion(version);

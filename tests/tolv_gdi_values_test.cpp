@@ -211,7 +211,7 @@ TEST_F(TOLV_BRUSH_TEST, a_custom_brush_is_shared)
     EXPECT_EQ(brush.get_brush(), manager().get_custom_brush(Qt::Dense4Pattern, QColor(1, 2, 3)));
     EXPECT_EQ(TOLV_COLOR(QColor(1, 2, 3)), brush.get_color());
     EXPECT_EQ(Qt::Dense4Pattern, brush.get_style());
-    const TOLV_BRUSH copy(brush);
+    const TOLV_BRUSH copy(brush); // NOLINT(performance-unnecessary-copy-initialization): it is what is tested
     EXPECT_EQ(brush.get_brush(), copy.get_brush());
     const TOLV_BRUSH from_parts(Qt::SolidPattern, TOLV_COLOR(TOLV_GREEN_COLOR));
     EXPECT_EQ(QBrush(QColor(0, 255, 0), Qt::SolidPattern), *from_parts.get_brush());
@@ -258,7 +258,7 @@ TEST_F(TOLV_BRUSH_TEST, a_brush_without_a_pointer_is_refused)
     EXPECT_INTERNAL_ERROR(brush.set_color(TOLV_COLOR(TOLV_RED_COLOR)), "m_brush != NULL");
     EXPECT_INTERNAL_ERROR(brush.get_style(), "m_brush != NULL");
     EXPECT_INTERNAL_ERROR((void)(brush == brush), "m_brush != NULL");
-    const TOLV_BRUSH copy(brush);
+    const TOLV_BRUSH copy(brush); // NOLINT(performance-unnecessary-copy-initialization): it is what is tested
     EXPECT_EQ(nullptr, copy.get_brush());
     brush.set_brush(TOLV_RED_BRUSH);
     EXPECT_EQ(manager().get_brush(TOLV_RED_BRUSH), brush.get_brush());

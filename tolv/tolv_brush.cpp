@@ -17,7 +17,7 @@ TOLV_BRUSH::TOLV_BRUSH(const QBrush& brush)
     set_brush(brush);
 }
 
-TOLV_BRUSH::TOLV_BRUSH(Qt::BrushStyle style, TOLV_COLOR color)
+TOLV_BRUSH::TOLV_BRUSH(Qt::BrushStyle style, const TOLV_COLOR& color)
     : m_brush_resource(TOLV_MIN_BRUSH), m_brush(nullptr), m_color(TOLV_WINDOW_TEXT_COLOR)
 {
     set_brush(style, color);
@@ -91,7 +91,7 @@ void TOLV_BRUSH::set_brush(const QBrush& brush)
     set_brush(brush.style(), brush.color());
 }
 
-void TOLV_BRUSH::set_brush(Qt::BrushStyle style, TOLV_COLOR color)
+void TOLV_BRUSH::set_brush(Qt::BrushStyle style, const TOLV_COLOR& color)
 {
     m_brush_resource = TOLV_MIN_BRUSH;
     m_color = color;
@@ -108,7 +108,7 @@ TOLV_BRUSH_RESOURCE TOLV_BRUSH::get_brush_resource() const
     return m_brush_resource;
 }
 
-void TOLV_BRUSH::set_color(TOLV_COLOR color)
+void TOLV_BRUSH::set_color(const TOLV_COLOR& color)
 {
     TOLV_CHECK_TEXT(m_brush != nullptr, "m_brush != NULL");
     if (m_brush == nullptr)

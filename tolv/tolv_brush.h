@@ -17,7 +17,7 @@ public:
     /// A custom brush with the style and colour of this one; gradients and textures are not kept.
     TOLV_BRUSH(const QBrush& brush);
     /// A custom brush; a named colour is remembered as such.
-    TOLV_BRUSH(Qt::BrushStyle style, TOLV_COLOR color);
+    TOLV_BRUSH(Qt::BrushStyle style, const TOLV_COLOR& color);
     TOLV_BRUSH(const TOLV_BRUSH& rhs);
     virtual ~TOLV_BRUSH();
 
@@ -37,14 +37,14 @@ public:
     /// Makes it another brush, as the constructor of the same argument does.
     void set_brush(TOLV_BRUSH_RESOURCE brush);
     void set_brush(const QBrush& brush);
-    void set_brush(Qt::BrushStyle style, TOLV_COLOR color);
+    void set_brush(Qt::BrushStyle style, const TOLV_COLOR& color);
     /// The brush to fill with; it belongs to the manager. Null only behind operator>>().
     QBrush* get_brush() const;
     /// The named brush; TOLV_MIN_BRUSH for a custom one.
     TOLV_BRUSH_RESOURCE get_brush_resource() const;
 
     /// Makes the brush custom, in this colour's value of the moment: get_color() gives a custom colour from then on.
-    void set_color(TOLV_COLOR color);
+    void set_color(const TOLV_COLOR& color);
     TOLV_COLOR get_color() const;
     void set_style(Qt::BrushStyle style);
     Qt::BrushStyle get_style() const;

@@ -84,7 +84,8 @@ void TOLV_FONT::set_font(TOLV_FONT_RESOURCE font)
     m_font_resource = font;
 }
 
-void TOLV_FONT::set_font(TOLV_COLOR text, TOLV_COLOR background, const QString& face, int point, bool bold, bool italic)
+void TOLV_FONT::set_font(const TOLV_COLOR& text, const TOLV_COLOR& background, const QString& face, int point,
+                         bool bold, bool italic)
 {
     if (!has_font())
         return;
@@ -134,7 +135,7 @@ void TOLV_FONT::share_font(const TOLV_FONT_ATTRIBUTES& attributes)
     m_font = tolv_require_gdi_manager()->get_custom_font(attributes);
 }
 
-void TOLV_FONT::set_text_color(TOLV_COLOR color)
+void TOLV_FONT::set_text_color(const TOLV_COLOR& color)
 {
     if (!has_font())
         return;
@@ -147,7 +148,7 @@ void TOLV_FONT::set_text_color(TOLV_COLOR color)
     m_text_color.set_color(value);
 }
 
-void TOLV_FONT::set_background_color(TOLV_COLOR color)
+void TOLV_FONT::set_background_color(const TOLV_COLOR& color)
 {
     if (!has_font())
         return;

@@ -38,15 +38,16 @@ public:
     void set_font(TOLV_FONT_RESOURCE font);
     /// Makes it a custom font. What is not among the arguments (underline, strikeout, pitch, hint) stays.
     /// @param point in points, above 0
-    void set_font(TOLV_COLOR text, TOLV_COLOR background, const QString& face, int point, bool bold, bool italic);
+    void set_font(const TOLV_COLOR& text, const TOLV_COLOR& background, const QString& face, int point, bool bold,
+                  bool italic);
     /// The font to write in; it belongs to the manager.
     QFont* get_font() const;
     /// The named font; TOLV_MIN_FONT for a custom one.
     TOLV_FONT_RESOURCE get_font_resource() const;
 
     /// The value of the colour at this moment is what is kept, not its name.
-    void set_text_color(TOLV_COLOR color);
-    void set_background_color(TOLV_COLOR color);
+    void set_text_color(const TOLV_COLOR& color);
+    void set_background_color(const TOLV_COLOR& color);
     /// The family. An empty one is the internal error "!face_name.isEmpty()".
     void set_face_name(const QString& face_name);
     void set_point_size(int point_size);

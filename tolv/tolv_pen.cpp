@@ -134,7 +134,7 @@ void TOLV_PEN::detach()
     m_pen_resource = TOLV_MIN_PEN;
 }
 
-void TOLV_PEN::set_color(TOLV_COLOR color)
+void TOLV_PEN::set_color(const TOLV_COLOR& color)
 {
     TOLV_CHECK_TEXT(m_pen != nullptr, "m_pen != NULL");
     if (m_pen == nullptr)

@@ -43,7 +43,7 @@ public:
     TOLV_PEN_RESOURCE get_pen_resource() const;
 
     /// Makes the pen custom, in this colour; a named colour is remembered as such.
-    void set_color(TOLV_COLOR color);
+    void set_color(const TOLV_COLOR& color);
     TOLV_COLOR get_color() const;
     /// @param width in pixels; 0 is one pixel at any zoom
     void set_width(int width);
