@@ -11,12 +11,12 @@
 #include "tolv_global.h"
 #include "tolv_mem.h"
 #include "tolv_msg.h"
+#include "tolv_proxy_style.h"
 #include "tolv_qt_messages.h"
 #include "xtcl.h"
 
 #include <QFile>
 #include <QFontDatabase>
-#include <QProxyStyle>
 #include <QTimer>
 
 #include <algorithm>
@@ -72,7 +72,7 @@ char** TOLV_APP::copy_argv_for_qt(int argc, const char** argv)
     tolv_install_QtMsgHandler(tolv_startup_QtMsgHandler);
     set_release_rate();
     set_qt_environment();
-    QApplication::setStyle(new QProxyStyle(QStringLiteral("Fusion")));
+    QApplication::setStyle(new TOLV_PROXY_STYLE);
     if (copy != nullptr)
         copy_arguments(argc, argv, copy);
     return copy;
