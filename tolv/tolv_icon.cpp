@@ -1,6 +1,6 @@
 #include "tolv_icon.h"
 
-#include "tolv_lazy_icon_engine_p.h"
+#include "tolv_lazy_icon_engine.h"
 #include "tolv_mem.h"
 
 #include <QMap>

@@ -1,11 +1,14 @@
-#include "tolv_lazy_icon_engine_p.h"
+#include "tolv_lazy_icon_engine.h"
 
 #include "tolv_mem.h"
 
 #include <QCoreApplication>
 #include <QDataStream>
+#include <QFile>
 #include <QHash>
 #include <QPixmap>
+
+#include <algorithm>
 
 TOLV_MEM_INITIALIZER();
 
@@ -132,7 +135,7 @@ void TOLV_LAZY_ICON_ENGINE::virtual_hook(int id, void* data)
         *static_cast<QString*>(data) = iconName();
         break;
     case QIconEngine::IsNullHook:
-        *static_cast<bool*>(data) = icon().isNull();
+        *static_cast<bool*>(data) = is_null();
         break;
     case QIconEngine::ScaledPixmapHook:
     {
@@ -144,6 +147,15 @@ void TOLV_LAZY_ICON_ENGINE::virtual_hook(int id, void* data)
     default:
         QIconEngine::virtual_hook(id, data);
     }
+}
+
+bool TOLV_LAZY_ICON_ENGINE::is_null() const
+{
+    if (m_is_made)
+        return m_icon.isNull();
+    // QIcon asks before each file that is added, and drops an engine that is null.
+    return !m_files.isEmpty() && std::none_of(m_files.begin(), m_files.end(),
+                                              [](const FILE_ENTRY& file) { return QFile::exists(file.name); });
 }
 
 const QIcon& TOLV_LAZY_ICON_ENGINE::icon() const

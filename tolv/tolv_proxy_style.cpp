@@ -36,6 +36,21 @@ void TOLV_PROXY_STYLE::drawPrimitive(PrimitiveElement element, const QStyleOptio
     drawControl(CE_Splitter, &splitter, painter, widget);
 }
 
+void TOLV_PROXY_STYLE::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                          const QWidget* widget) const
+{
+    const auto* const combo_option = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control != CC_ComboBox || combo_option == nullptr || !is_combo_box_without_choice(widget))
+    {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+    // Fusion keeps what it has drawn by the option alone. An active part that no combo box has makes a key of its own.
+    QStyleOptionComboBox copy = *combo_option;
+    copy.activeSubControls |= SC_CustomBase;
+    QProxyStyle::drawComplexControl(control, &copy, painter, widget);
+}
+
 QRect TOLV_PROXY_STYLE::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                        SubControl sub_control, const QWidget* widget) const
 {

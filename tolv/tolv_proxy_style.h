@@ -18,6 +18,9 @@ public:
     /// wide.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget = nullptr) const override;
+    /// Keeps combo boxes with and without an arrow apart in the cache of pictures that Fusion draws combo boxes from.
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget = nullptr) const override;
     /// The arrow of a disabled combo box with fewer than two items is a null rectangle.
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl sub_control,
                          const QWidget* widget = nullptr) const override;

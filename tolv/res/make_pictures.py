@@ -339,12 +339,12 @@ def korvex_logo(width, height):
 def beta_tile(width, height):
     """Repeats without a seam in both directions."""
     out = rect(0, 0, width, height, "#2b6cb0")
-    for i in range(-1, 3):
+    for i in range(-2, 4):
         x = i * width / 2
         out += path(f"M{x} {height}L{x + width} 0", stroke="#3a7cc2", width=26)
     for x, y in ((30, 36), (30 + width / 2, 36 + height / 2)):
-        for dx in (0, -width):
-            for dy in (0, -height):
+        for dx in (-width, 0, width):
+            for dy in (-height, 0, height):
                 out += f'<g transform="rotate(-45 {x + dx + 30} {y + dy + 8})">'
                 out += word("BETA", x + dx, y + dy, 15, "#9cc8f2", 2.2, opacity=0.75) + "</g>"
     return out
