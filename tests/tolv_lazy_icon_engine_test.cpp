@@ -74,7 +74,7 @@ QString write_picture(const QString& name, const QColor& color, int size)
 {
     QImage picture(size, size, QImage::Format_ARGB32);
     picture.fill(color);
-    const QString path = QString::fromStdString(TEST_ENVIRONMENT::get_folder()) + QLatin1Char('/') + name;
+    QString path = QString::fromStdString(TEST_ENVIRONMENT::get_folder()) + QLatin1Char('/') + name;
     EXPECT_TRUE(picture.save(path));
     return path;
 }
