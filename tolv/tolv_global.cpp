@@ -2,6 +2,7 @@
 
 #include "gen.h"
 #include "msg_internal_error.h"
+#include "tolv_action_auto.h"
 #include "tolv_mem.h"
 
 #include <QMetaMethod>
@@ -135,6 +136,16 @@ void tolv_email_encode_text(QString* string_to_encode)
 std::string tolv_qstring_to_stl_string(QString text) // NOLINT(performance-unnecessary-value-param)
 {
     return text.toLocal8Bit().constData();
+}
+
+QString tolv_get_menu_text_without_symbol(TOLV_ACTION_ENUM action)
+{
+    QString text = QString::fromLatin1(tolv_get_menu_text(action));
+    text.replace(QLatin1String(" && "), QLatin1String(" AND ")); // past the removal of the marks
+    text.remove(QLatin1Char('&'));
+    text.remove(QLatin1String("..."));
+    text.replace(QLatin1String(" AND "), QLatin1String(" & "));
+    return text;
 }
 
 std::string tolv_create_filter(std::string description, const std::list<FIO_FILE_TYPE>& types)

@@ -13,6 +13,8 @@
 #include <list>
 #include <string>
 
+enum TOLV_ACTION_ENUM : int;
+
 /// Small helpers that all parts of the library and its hosts share: the checked connection of signals, escaping of
 /// texts, lines of file dialogs, and colours. Plain functions without state, except for the generator behind
 /// tolv_get_random_partition_color(). tolv_string_cmp() stands in tolv_string_cmp.h.
@@ -56,6 +58,11 @@ TOLV_EXPORT void tolv_email_encode_text(QString* string_to_encode);
 
 /// The text in the local 8-bit encoding, up to its first NUL.
 TOLV_EXPORT std::string tolv_qstring_to_stl_string(QString text);
+
+/// A command's menu text for plain display: without the marks of the mnemonic and without "...", an "&&" that stands
+/// alone between blanks shown as "&". "&Save As..." gives "Save As". A value that is no command's is the internal error
+/// of tolv_get_menu_text().
+TOLV_EXPORT QString tolv_get_menu_text_without_symbol(TOLV_ACTION_ENUM action);
 
 // ---- File dialogs ---------------------------------------------------------------------------------------------------
 
