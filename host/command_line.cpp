@@ -70,6 +70,8 @@ private:
             m_result.wants_version = take_no_value(option);
         else if (option == "--dark")
             m_result.is_dark = take_no_value(option);
+        else if (option == "--preferences")
+            take_preferences();
         else if (option == "--screenshot")
             take_value(option, m_result.screenshot);
         else if (option == "--select")
@@ -99,6 +101,13 @@ private:
         if (value.empty())
             m_result.error = "the option \"" + option + "\" needs a value";
         return !value.empty();
+    }
+
+    void take_preferences()
+    {
+        m_result.preferences = m_has_value ? m_value : "colours";
+        if (m_result.preferences.empty())
+            m_result.error = "the option \"--preferences\" needs a value behind \"=\"";
     }
 
     void take_size(const std::string& option)
@@ -144,7 +153,10 @@ std::string COMMAND_LINE::get_help()
            "\n"
            "  --screenshot PICTURE  write a picture of the window, as PNG, and end; needs no display\n"
            "  --select PATH         choose an instance, by the names from the top down: top/u_uart/u_rx_fifo\n"
-           "  --size WxH            size of the window in pixels\n"
+           "  --preferences[=WHAT]  open the preferences, at \"colours\", \"fonts\", \"lines\" or the row of this "
+           "name, such as\n"
+           "                        TOLV_MSW_ERROR_COLOR; a screenshot shows them alone\n"
+           "  --size WxH            size in pixels of the window, or of the preferences\n"
            "  --scale N             draw everything N times as large\n"
            "  --dark                light text on dark ground\n"
            "  -h, --help            show this text and end\n"

@@ -1,11 +1,12 @@
 #include "workbench_app.h"
 
+#include "preferences_dialog.h"
+#include "tolv_gdi_manager.h"
 #include "tolv_global.h"
 #include "workbench_window.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QFont>
 #include <QPalette>
 #include <QPixmap>
 
@@ -35,14 +36,6 @@ QPalette get_dark_palette()
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0x45, 0x50, 0x5e));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;
-}
-
-/// Without a display there is no desktop that says how large a text is; Qt's own guess is a third too large.
-void set_desktop_font()
-{
-    QFont font = QApplication::font();
-    font.setPointSize(9);
-    QApplication::setFont(font);
 }
 
 /// What Qt has to find in the environment before the application object is made.
@@ -105,16 +98,21 @@ void WORKBENCH_APP::finish_loading()
 int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
 {
     m_command_line = command_line;
-    if (platformName() == QLatin1String("offscreen"))
-        set_desktop_font();
     if (command_line.is_dark)
+    {
         setPalette(get_dark_palette());
+        // Defaults that come from the palette are taken when the resources are made; nobody holds one yet.
+        tolv_delete_gdi_manager();
+        tolv_create_gdi_manager();
+    }
     const auto window = std::make_unique<WORKBENCH_WINDOW>();
     m_window = window.get();
-    if (command_line.width > 0)
+    if (command_line.width > 0 && command_line.preferences.empty())
         window->resize(command_line.width, command_line.height);
     window->setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
     window->show();
+    if (!command_line.preferences.empty() && !open_preferences() && !command_line.screenshot.empty())
+        return EXIT_FAILURE;
     TOLV_SAFE_CONNECT(window.get(), SIGNAL(load_ended()), this, SLOT(finish_loading()));
     const QString file =
         command_line.file.empty() ? find_shipped_design() : QString::fromLocal8Bit(command_line.file.c_str());
@@ -129,11 +127,24 @@ int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
     return status == 0 ? m_exit_status : status;
 }
 
+bool WORKBENCH_APP::open_preferences()
+{
+    m_preferences = m_window->open_preferences();
+    if (m_command_line.width > 0)
+        m_preferences->resize(m_command_line.width, m_command_line.height);
+    const QString place = QString::fromStdString(m_command_line.preferences);
+    const bool is_there = m_preferences->select(place);
+    if (!is_there)
+        fail(tr("there are no preferences \"%1\"").arg(place));
+    return is_there;
+}
+
 bool WORKBENCH_APP::write_screenshot()
 {
     processEvents(QEventLoop::ExcludeUserInputEvents); // layouts and repaints that are still due
     const QString file = QString::fromLocal8Bit(m_command_line.screenshot.c_str());
-    if (m_window->grab().save(file, "PNG"))
+    QWidget* const shown = m_preferences != nullptr ? static_cast<QWidget*>(m_preferences) : m_window;
+    if (shown->grab().save(file, "PNG"))
         return true;
     fail(tr("the picture \"%1\" cannot be written").arg(file));
     return false;

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+class PREFERENCES_DIALOG;
 class WORKBENCH_WINDOW;
 
 /// The workbench's application object: an example of how a host uses TOLV_APP. run() is the whole life of the tool
@@ -31,10 +32,12 @@ private slots:
 
 private:
     int run_window(const COMMAND_LINE& command_line);
+    bool open_preferences();
     bool write_screenshot();
     void fail(const QString& text);
 
     COMMAND_LINE m_command_line;
     QPointer<WORKBENCH_WINDOW> m_window;
+    QPointer<PREFERENCES_DIALOG> m_preferences; ///< those that the command line has opened
     int m_exit_status = 0;
 };

@@ -1,21 +1,52 @@
 #include "workbench_messages.h"
 
+#include "tolv_font.h"
+#include "workbench_colors.h"
+
+#include <QEvent>
 #include <QScrollBar>
+#include <QSyntaxHighlighter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTime>
 
 namespace
 {
 constexpr int LARGEST_COUNT = 10000; // older lines go
-
-/// A red that can be read on the background.
-QColor get_error_color(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < 128 ? QColor(0xff, 0x80, 0x78) : QColor(0xb0, 0x10, 0x10);
-}
+constexpr int IS_ERROR = QTextFormat::UserProperty;
 } // namespace
 
-WORKBENCH_MESSAGES::WORKBENCH_MESSAGES(QWidget* parent) : QPlainTextEdit(parent)
+/// Colours the lines by what they say. The document itself holds no colours: they can change at any time.
+class WORKBENCH_MESSAGE_COLORS : public QSyntaxHighlighter
+{
+public:
+    explicit WORKBENCH_MESSAGE_COLORS(QTextDocument* document) : QSyntaxHighlighter(document)
+    {
+        take_colors();
+    }
+
+    /// The colours that are in force.
+    void take_colors()
+    {
+        m_note.setForeground(workbench_get_text_color(TOLV_MSW_INFO_COLOR));
+        m_error.setForeground(workbench_get_text_color(TOLV_MSW_ERROR_COLOR));
+    }
+
+protected:
+    void highlightBlock(const QString& text) override
+    {
+        const int begin = text.indexOf(QLatin1String("  ")) + 2; // behind the time
+        const bool is_error = currentBlock().blockFormat().boolProperty(IS_ERROR);
+        setFormat(begin, text.size() - begin, is_error ? m_error : m_note);
+    }
+
+private:
+    QTextCharFormat m_note;
+    QTextCharFormat m_error;
+};
+
+WORKBENCH_MESSAGES::WORKBENCH_MESSAGES(QWidget* parent)
+    : QPlainTextEdit(parent), m_colors(new WORKBENCH_MESSAGE_COLORS(document()))
 {
     setAccessibleName(tr("Messages"));
     setReadOnly(true);
@@ -23,6 +54,7 @@ WORKBENCH_MESSAGES::WORKBENCH_MESSAGES(QWidget* parent) : QPlainTextEdit(parent)
     setTabChangesFocus(true);
     setMaximumBlockCount(LARGEST_COUNT);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    apply_drawing_resources();
 }
 
 void WORKBENCH_MESSAGES::add_note(const QString& text)
@@ -35,19 +67,34 @@ void WORKBENCH_MESSAGES::add_error(const QString& text)
     add(text, true);
 }
 
+void WORKBENCH_MESSAGES::apply_drawing_resources()
+{
+    setFont(*TOLV_FONT(TOLV_MSG_TEXT_FONT).get_font());
+    m_colors->take_colors();
+    m_colors->rehighlight();
+}
+
+void WORKBENCH_MESSAGES::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) // the ground has another colour
+    {
+        m_colors->take_colors();
+        m_colors->rehighlight();
+    }
+}
+
 void WORKBENCH_MESSAGES::add(const QString& text, bool is_error)
 {
+    QTextBlockFormat format;
+    format.setProperty(IS_ERROR, is_error);
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
-    if (!document()->isEmpty())
-        cursor.insertBlock();
-    QTextCharFormat plain;
-    QTextCharFormat mark = plain;
-    mark.setForeground(get_error_color(palette()));
-    mark.setFontWeight(QFont::Bold);
-    cursor.insertText(QTime::currentTime().toString(QStringLiteral("HH:mm:ss  ")), plain);
-    if (is_error)
-        cursor.insertText(tr("Error: "), mark);
-    cursor.insertText(text, plain);
+    if (document()->isEmpty())
+        cursor.setBlockFormat(format);
+    else
+        cursor.insertBlock(format);
+    const QString time = QTime::currentTime().toString(QStringLiteral("HH:mm:ss  "));
+    cursor.insertText(time + (is_error ? tr("Error: ") : QString()) + text);
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }

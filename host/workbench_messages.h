@@ -2,7 +2,10 @@
 
 #include <QPlainTextEdit>
 
-/// What the workbench has to say, one message a line, the latest at the end. The user can select and copy it.
+class WORKBENCH_MESSAGE_COLORS;
+
+/// What the workbench has to say, one message a line, the latest at the end. The user can select and copy it. Font and
+/// colours are named ones of the drawing resources: TOLV_MSG_TEXT_FONT, TOLV_MSW_INFO_COLOR, TOLV_MSW_ERROR_COLOR.
 class WORKBENCH_MESSAGES : public QPlainTextEdit
 {
     Q_OBJECT
@@ -14,6 +17,14 @@ public:
     /// The same, marked as an error.
     void add_error(const QString& text);
 
+    /// Takes over the font and the colours that are in force, for what is there and what will come.
+    void apply_drawing_resources();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void add(const QString& text, bool is_error);
+
+    WORKBENCH_MESSAGE_COLORS* m_colors;
 };

@@ -1,8 +1,10 @@
 #include "workbench_module_view.h"
 
+#include "tolv_font.h"
 #include "tolv_global.h"
 #include "workbench_text.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QTabBar>
@@ -42,18 +44,26 @@ NETLIST_TABLE_VIEW::NETLIST_TABLE_VIEW(NETLIST_TABLE_MODEL* model, const QString
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionResizeMode(get_stretched_column(*model), QHeaderView::Stretch);
     horizontalHeader()->setResizeContentsPrecision(100);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
+    apply_drawing_resources();
     TOLV_SAFE_CONNECT(selectionModel(), SIGNAL(currentRowChanged(QModelIndex, QModelIndex)), this,
                       SLOT(report_current_row()));
     TOLV_SAFE_CONNECT(selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
                       SLOT(report_current_row()));
     TOLV_SAFE_CONNECT(m_proxy, SIGNAL(modelReset()), this, SLOT(report_current_row()));
     TOLV_SAFE_CONNECT(this, SIGNAL(activated(QModelIndex)), this, SLOT(report_activation(QModelIndex)));
+}
+
+void NETLIST_TABLE_VIEW::apply_drawing_resources()
+{
+    setFont(*TOLV_FONT(TOLV_TABLE_MONOSPACE_FONT).get_font());
+    horizontalHeader()->setFont(QApplication::font()); // titles are texts of the window
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    fit_columns();
 }
 
 void NETLIST_TABLE_VIEW::fit_columns()
@@ -136,6 +146,12 @@ void WORKBENCH_MODULE_VIEW::set_module(const std::shared_ptr<const NETLIST>& net
         m_tabs->setTabText(tab, tr(titles[tab]).arg(workbench_format_count(models[tab]->rowCount())));
     }
     m_views[TAB_CELLS]->setColumnHidden(CELL_TABLE_MODEL::COLUMN_LOCATION, !m_cells->has_locations());
+}
+
+void WORKBENCH_MODULE_VIEW::apply_drawing_resources()
+{
+    for (NETLIST_TABLE_VIEW* const view : m_views)
+        view->apply_drawing_resources();
 }
 
 WORKBENCH_MODULE_VIEW::TAB WORKBENCH_MODULE_VIEW::get_tab() const

@@ -19,6 +19,8 @@ public:
     /// @param accessible_name what a screen reader calls the table
     NETLIST_TABLE_VIEW(NETLIST_TABLE_MODEL* model, const QString& accessible_name, QWidget* parent = nullptr);
 
+    /// Takes over the font that is in force: the named TOLV_TABLE_MONOSPACE_FONT.
+    void apply_drawing_resources();
     /// Widths that fit what is there, within reason.
     void fit_columns();
     /// Row of the model that is chosen, of several the one with the focus; -1 for none.
@@ -57,6 +59,9 @@ public:
     /// Shows a module. A null netlist empties the view.
     /// @param path names of the instances from the top to the one that is shown
     void set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module, const QStringList& path);
+
+    /// Takes over the font that is in force.
+    void apply_drawing_resources();
 
     TAB get_tab() const;
     /// The chosen row of the tab that is shown; -1 for none.

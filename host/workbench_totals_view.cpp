@@ -38,6 +38,11 @@ void WORKBENCH_TOTALS_VIEW::set_module(std::shared_ptr<const NETLIST> netlist, s
     m_type_view->fit_columns();
 }
 
+void WORKBENCH_TOTALS_VIEW::apply_drawing_resources()
+{
+    m_type_view->apply_drawing_resources();
+}
+
 QWidget* WORKBENCH_TOTALS_VIEW::get_table() const
 {
     return m_type_view;

@@ -19,6 +19,9 @@ public:
     /// Shows a module. A null netlist empties the view.
     void set_module(std::shared_ptr<const NETLIST> netlist, std::uint32_t module);
 
+    /// Takes over the font that is in force.
+    void apply_drawing_resources();
+
     /// The table of types.
     QWidget* get_table() const;
 

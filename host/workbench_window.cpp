@@ -2,6 +2,8 @@
 
 #include "hierarchy_model.h"
 #include "netlist_properties.h"
+#include "preferences_dialog.h"
+#include "tolv_font.h"
 #include "tolv_global.h"
 #include "ver.h"
 #include "workbench_loader.h"
@@ -12,6 +14,7 @@
 #include "workbench_totals_view.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QDragEnterEvent>
@@ -63,8 +66,8 @@ QSize get_dock_size(const QWidget* widget, int characters, int lines)
 } // namespace
 
 WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
-    : QMainWindow(parent), m_loader(new WORKBENCH_LOADER(this)), m_hierarchy(new HIERARCHY_MODEL(this)),
-      m_properties(new PROPERTY_MODEL(this))
+    : QMainWindow(parent), m_window_font(*TOLV_FONT(TOLV_GUI_FONT).get_font()), m_loader(new WORKBENCH_LOADER(this)),
+      m_hierarchy(new HIERARCHY_MODEL(this)), m_properties(new PROPERTY_MODEL(this))
 {
     setObjectName(QStringLiteral("workbench_window"));
     setAcceptDrops(true);
@@ -76,13 +79,14 @@ WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
     create_message_dock();
     create_file_menu();
     create_view_menu();
+    create_tools_menu();
     create_help_menu();
     create_status_bar();
     set_tab_order();
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(progressed(int)), this, SLOT(show_progress(int)));
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(finished()), this, SLOT(take_result()));
     resize(1280, 800);
-    resizeDocks({m_docks[0], m_docks[1]}, {get_dock_size(this, 50, 1).width(), get_dock_size(this, 48, 1).width()},
+    resizeDocks({m_docks[0], m_docks[1]}, {get_dock_size(this, 44, 1).width(), get_dock_size(this, 42, 1).width()},
                 Qt::Horizontal);
     resizeDocks({m_docks[1], m_docks[2]}, {340, 420}, Qt::Vertical);
     resizeDocks({m_docks[3]}, {get_dock_size(this, 1, 6).height()}, Qt::Vertical);
@@ -122,6 +126,19 @@ QStringList WORKBENCH_WINDOW::get_selected_path() const
     return m_hierarchy->get_path(m_hierarchy_view->currentIndex());
 }
 
+PREFERENCES_DIALOG* WORKBENCH_WINDOW::open_preferences()
+{
+    if (m_preferences == nullptr)
+    {
+        m_preferences = new PREFERENCES_DIALOG(this);
+        m_preferences->setAttribute(Qt::WA_DeleteOnClose);
+        m_preferences->setAttribute(Qt::WA_DontShowOnScreen, testAttribute(Qt::WA_DontShowOnScreen));
+        TOLV_SAFE_CONNECT(m_preferences, SIGNAL(resources_changed()), this, SLOT(apply_drawing_resources()));
+        m_preferences->open();
+    }
+    return m_preferences;
+}
+
 void WORKBENCH_WINDOW::open_file(const QString& file)
 {
     m_load_error.clear();
@@ -140,6 +157,11 @@ void WORKBENCH_WINDOW::reload()
 void WORKBENCH_WINDOW::cancel_loading()
 {
     m_loader->cancel();
+}
+
+void WORKBENCH_WINDOW::show_preferences()
+{
+    open_preferences();
 }
 
 void WORKBENCH_WINDOW::dragEnterEvent(QDragEnterEvent* event)
@@ -201,6 +223,19 @@ void WORKBENCH_WINDOW::show_about()
     box.setObjectName(QStringLiteral("about_box"));
     box.setInformativeText(tr("Shows netlists of yosys and nextpnr: their hierarchy, cells, ports and nets."));
     box.exec();
+}
+
+void WORKBENCH_WINDOW::apply_drawing_resources()
+{
+    const QFont font = *TOLV_FONT(TOLV_GUI_FONT).get_font();
+    if (font != m_window_font) // only the user's change: another font may be in force for good reasons
+    {
+        m_window_font = font;
+        QApplication::setFont(font);
+    }
+    m_messages->apply_drawing_resources();
+    m_module_view->apply_drawing_resources();
+    m_totals_view->apply_drawing_resources();
 }
 
 void WORKBENCH_WINDOW::show_progress(int percent)
@@ -359,6 +394,19 @@ void WORKBENCH_WINDOW::create_view_menu()
         action->setText(titles[i]);
         menu->addAction(action);
     }
+}
+
+void WORKBENCH_WINDOW::create_tools_menu()
+{
+    QMenu* const menu = menuBar()->addMenu(tr("&Tools"));
+    menu->setObjectName(QStringLiteral("tools_menu"));
+    QAction* const action = menu->addAction(tr("&Preferences..."));
+    action->setObjectName(QStringLiteral("preferences_action"));
+    action->setMenuRole(QAction::PreferencesRole);
+    const QList<QKeySequence> shortcuts = QKeySequence::keyBindings(QKeySequence::Preferences);
+    action->setShortcut(shortcuts.isEmpty() ? QKeySequence(Qt::CTRL + Qt::Key_Comma) : shortcuts.front());
+    action->setStatusTip(tr("Changes colours, fonts and lines"));
+    TOLV_SAFE_CONNECT(action, SIGNAL(triggered()), this, SLOT(show_preferences()));
 }
 
 void WORKBENCH_WINDOW::create_help_menu()

@@ -2,13 +2,16 @@
 
 #include "netlist.h"
 
+#include <QFont>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 
 #include <memory>
 
 class HIERARCHY_MODEL;
 class NETLIST_BIT_NAMES;
+class PREFERENCES_DIALOG;
 class PROPERTY_MODEL;
 class QLabel;
 class QProgressBar;
@@ -41,12 +44,16 @@ public:
     /// Names from the top down to the chosen instance.
     QStringList get_selected_path() const;
 
+    /// Opens the preferences, unless they are open. The window keeps them; they go when they are closed.
+    PREFERENCES_DIALOG* open_preferences();
+
 public slots:
     /// Begins to read a file. One that is being read is given up for it.
     void open_file(const QString& file);
     /// Reads the open file anew, or the one that failed last.
     void reload();
     void cancel_loading();
+    void show_preferences();
 
 signals:
     /// A loading has ended in one way or another.
@@ -62,6 +69,7 @@ private slots:
     void clear_recent_files();
     void fill_recent_menu();
     void show_about();
+    void apply_drawing_resources();
     void show_progress(int percent);
     void take_result();
     void show_selected_instance();
@@ -77,6 +85,7 @@ private:
     QDockWidget* add_dock(const char* object_name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
     void create_file_menu();
     void create_view_menu();
+    void create_tools_menu();
     void create_help_menu();
     void create_status_bar();
     void set_tab_order();
@@ -89,6 +98,8 @@ private:
     std::shared_ptr<const NETLIST> m_netlist;
     std::unique_ptr<NETLIST_BIT_NAMES> m_bit_names; ///< of the chosen module
     QString m_load_error;
+    QFont m_window_font; ///< the named font that the application was last given
+    QPointer<PREFERENCES_DIALOG> m_preferences;
 
     WORKBENCH_LOADER* m_loader;
     HIERARCHY_MODEL* m_hierarchy;
