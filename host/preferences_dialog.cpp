@@ -84,6 +84,7 @@ void PREFERENCES_DIALOG::accept()
 
 void PREFERENCES_DIALOG::reject()
 {
+    setFocus(); // likewise: not behind our back, when the window has gone
     if (m_session->count_unsaved() > 0)
         m_session->restore();
     QDialog::reject();

@@ -127,8 +127,8 @@ void PREFERENCES_EDITOR::refresh()
 // ---- Colours --------------------------------------------------------------------------------------------------------
 
 PREFERENCES_COLOR_EDITOR::PREFERENCES_COLOR_EDITOR(PREFERENCES_SESSION& session, QWidget* parent)
-    : PREFERENCES_EDITOR(session, parent), m_button(new PREFERENCES_COLOR_BUTTON(tr("C&hange..."), this)),
-      m_text(new QLineEdit(this)), m_default(new QLabel(this))
+    : PREFERENCES_EDITOR(session, parent), m_text(new QLineEdit(this)),
+      m_button(new PREFERENCES_COLOR_BUTTON(tr("C&hange..."), this)), m_default(new QLabel(this))
 {
     m_button->setObjectName(QStringLiteral("color_button"));
     m_button->setAccessibleName(tr("Change the colour"));

@@ -85,8 +85,8 @@ private slots:
     void take_text();
 
 private:
-    PREFERENCES_COLOR_BUTTON* m_button;
     QLineEdit* m_text;
+    PREFERENCES_COLOR_BUTTON* m_button;
     QLabel* m_default;
 };
 

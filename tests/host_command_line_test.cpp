@@ -102,6 +102,10 @@ TEST(host_command_line, all_options_are_understood)
     EXPECT_TRUE(parse({"--version"}).wants_version);
     EXPECT_EQ("-odd.json", parse({"--", "-odd.json"}).file);
     EXPECT_EQ("b.png", parse({"--screenshot", "a.png", "--screenshot=b.png"}).screenshot);
+    EXPECT_EQ("", line.preferences);
+    EXPECT_EQ("colours", parse({"--preferences"}).preferences);
+    EXPECT_EQ("TOLV_GUI_FONT", parse({"--preferences=TOLV_GUI_FONT"}).preferences);
+    EXPECT_EQ("a.json", parse({"--preferences", "a.json"}).file);
 }
 
 TEST(host_command_line, options_of_qt_pass_by)
@@ -120,6 +124,7 @@ TEST(host_command_line, what_makes_no_sense_is_named)
     EXPECT_EQ("the option \"--screenshot\" needs a value", get_error({"--screenshot"}));
     EXPECT_EQ("the option \"--screenshot\" needs a value", get_error({"--screenshot="}));
     EXPECT_EQ("the option \"--dark\" takes no value", get_error({"--dark=1"}));
+    EXPECT_EQ("the option \"--preferences\" needs a value behind \"=\"", get_error({"--preferences="}));
     for (const char* size : {"640", "x480", "640x", "640x480x1", "0x480", "640x-1", "99999x1", "a", " 640x480 "})
         EXPECT_EQ("\"" + std::string(size) + "\" is no size: such as 1280x800, at most 16000 either way, is",
                   get_error({"--size", size}));
@@ -205,6 +210,28 @@ TEST(host_program, an_instance_can_be_chosen)
     const CHILD_RESULT result = run_workbench({"--screenshot", chosen, "--select", "serial_station/nobody", DESIGN});
     EXPECT_EQ(1, result.exit_status);
     EXPECT_EQ("norvane_workbench: there is no instance \"serial_station/nobody\"\n", result.err);
+}
+
+TEST(host_program, the_preferences_can_be_pictured_alone)
+{
+    const std::string colors = get_picture("colors.png");
+    const std::string fonts = get_picture("fonts.png");
+    const CHILD_RESULT first = run_workbench({"--screenshot", colors, "--preferences", "--size", "900x600", DESIGN});
+    EXPECT_EQ(0, first.exit_status) << first.err;
+    EXPECT_EQ(QSize(900, 600), load_picture(colors).size());
+    EXPECT_GT(count_colors(load_picture(colors)), 50);
+    EXPECT_EQ(0, run_workbench({"--screenshot", fonts, "--preferences=fonts", "--size", "900x600"}).exit_status);
+    EXPECT_NE(load_picture(colors), load_picture(fonts));
+    const CHILD_RESULT result = run_workbench({"--screenshot", fonts, "--preferences=NOBODY", DESIGN});
+    EXPECT_EQ(1, result.exit_status);
+    EXPECT_EQ("norvane_workbench: there are no preferences \"NOBODY\"\n", result.err);
+}
+
+TEST(host_program, colours_of_the_desktop_are_dark_in_a_dark_window)
+{
+    const std::string dark = get_picture("dark_preferences.png");
+    EXPECT_EQ(0, run_workbench({"--screenshot", dark, "--dark", "--preferences", DESIGN}).exit_status);
+    EXPECT_LT(get_lightness(load_picture(dark)), 0.3); // with the preview of the general background
 }
 
 TEST(host_program, a_bad_file_fails_with_its_reason_and_leaves_no_picture)

@@ -476,7 +476,7 @@ TEST_F(host_window, mnemonics_do_not_clash)
     for (int tab = 0; tab < tabs->count(); ++tab)
         window_texts.append(tabs->tabText(tab));
     QVector<QStringList> groups{window_texts};
-    for (const char* name : {"file_menu", "recent_menu", "view_menu", "help_menu"})
+    for (const char* name : {"file_menu", "recent_menu", "view_menu", "tools_menu", "help_menu"})
     {
         QStringList texts;
         for (const QAction* action : find<QMenu>(name)->actions())
