@@ -204,7 +204,7 @@ PREFERENCES_FONT_EDITOR::PREFERENCES_FONT_EDITOR(PREFERENCES_SESSION& session, Q
     m_family->setInsertPolicy(QComboBox::NoInsert);
     m_family->addItems(get_families());
     m_family->completer()->setCompletionMode(QCompleter::PopupCompletion);
-    m_family->setMinimumContentsLength(18);
+    m_family->setMinimumContentsLength(14);
     m_family->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_size->setObjectName(QStringLiteral("font_size"));
     m_size->setRange(SMALLEST_SIZE, LARGEST_SIZE);

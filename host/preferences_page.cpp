@@ -136,6 +136,7 @@ void PREFERENCES_PAGE::reset_all()
 QWidget* PREFERENCES_PAGE::create_list(const TEXTS& texts)
 {
     auto* const list = new QWidget(this);
+    list->setMinimumWidth(fontMetrics().averageCharWidth() * 38);
     m_search = new QLineEdit(list);
     m_search->setObjectName(QStringLiteral("search"));
     m_search->setAccessibleName(tr("Search"));

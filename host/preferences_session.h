@@ -160,7 +160,7 @@ public:
     /// Takes the family, size, bold, italic and both colours of the font.
     void set_font(TOLV_FONT_RESOURCE resource, const TOLV_FONT& font);
     void set_pen(TOLV_PEN_RESOURCE resource, int width, TOLV_COLOR_RESOURCE color);
-    /// @param table one of this session
+    /// @param table one of the three
     void reset(PREFERENCES_TABLE& table, const QSet<int>& resources);
 
     int count_unsaved() const;

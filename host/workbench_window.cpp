@@ -86,7 +86,7 @@ WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(progressed(int)), this, SLOT(show_progress(int)));
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(finished()), this, SLOT(take_result()));
     resize(1280, 800);
-    resizeDocks({m_docks[0], m_docks[1]}, {get_dock_size(this, 44, 1).width(), get_dock_size(this, 42, 1).width()},
+    resizeDocks({m_docks[0], m_docks[1]}, {get_dock_size(this, 48, 1).width(), get_dock_size(this, 42, 1).width()},
                 Qt::Horizontal);
     resizeDocks({m_docks[1], m_docks[2]}, {340, 420}, Qt::Vertical);
     resizeDocks({m_docks[3]}, {get_dock_size(this, 1, 6).height()}, Qt::Vertical);
