@@ -26,25 +26,16 @@ set(font_folder ${CMAKE_BINARY_DIR}/fonts)
 set(font_collection "<RCC><qresource prefix=\"/fonts\">\n")
 foreach(name ${font_names})
   list(APPEND font_files ${font_folder}/${name})
-  string(APPEND font_collection "<file>${name}</file>\n")
+  string(APPEND font_collection "<file compress-algo=\"none\">${name}</file>\n")
 endforeach()
 string(APPEND font_collection "</qresource></RCC>\n")
 file(CONFIGURE OUTPUT ${font_folder}/tolv_fonts.qrc CONTENT "${font_collection}")
 
 file(GLOB font_sources ${TOLV_OPEN_SANS_FOLDER}/OpenSans-*.ttf)
+# They stand in the resource collection as they are: most are packed already, and the others open faster so.
 add_custom_command(OUTPUT ${font_files}
   COMMAND ${TOLV_FONT_PYTHON} ${CMAKE_SOURCE_DIR}/tools/make_fonts.py ${TOLV_OPEN_SANS_FOLDER} ${font_folder}
   DEPENDS ${CMAKE_SOURCE_DIR}/tools/make_fonts.py ${font_sources}
   COMMENT "Making the fonts" VERBATIM)
-# Fonts are packed already, those that are not still open faster as they are.
-add_custom_command(OUTPUT ${font_folder}/qrc_tolv_fonts.cpp
-  COMMAND Qt5::rcc --no-compress --name tolv_fonts --output ${font_folder}/qrc_tolv_fonts.cpp ${font_folder}/tolv_fonts.qrc
-  DEPENDS ${font_folder}/tolv_fonts.qrc ${font_files}
-  COMMENT "Compiling the fonts" VERBATIM)
-# Visible, as Q_INIT_RESOURCE and Q_CLEANUP_RESOURCE expect it of a library's resources.
-set_source_files_properties(${font_folder}/qrc_tolv_fonts.cpp
-  PROPERTIES SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS -fvisibility=default)
-target_sources(tolv PRIVATE ${font_folder}/qrc_tolv_fonts.cpp)
-
 # Who gets the library gets the fonts' licence with it.
 install(FILES /usr/share/doc/fonts-open-sans/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME fonts-copyright OPTIONAL)

@@ -369,10 +369,10 @@ TEST_F(TOLV_APP_TEST, the_main_window_is_the_subclass_s)
 
 // ---- Fonts ----------------------------------------------------------------------------------------------------------
 
-/// Takes the library's own fonts out of the resource tree: of two files with one path the first one counts.
+/// Takes the library's own files out of the resource tree: of two files with one path the first one counts.
 static void remove_fonts_of_the_library()
 {
-    Q_CLEANUP_RESOURCE(tolv_fonts); // declares a function, and so stands in no namespace
+    Q_CLEANUP_RESOURCE(tolv); // declares a function, and so stands in no namespace
 }
 
 namespace

@@ -302,7 +302,7 @@ TEST_F(TOLV_ICON_TEST, thirty_types_of_files_have_an_icon_of_their_own)
         {FIO_FILE_TYPE_REPORT, TOLV_REPORT_FILE_ICON},
     };
     EXPECT_EQ(30U, expected.size());
-    for (int type = -1; type <= FIO_FILE_TYPE_COUNT; ++type)
+    for (int type = 0; type <= FIO_FILE_TYPE_COUNT; ++type)
     {
         const auto row = expected.find(static_cast<FIO_FILE_TYPE>(type));
         const TOLV_ICON_ENUM icon = row != expected.end() ? row->second : TOLV_GENERIC_FILE_ICON;

@@ -76,6 +76,7 @@ TEST_F(TOLV_IMAGES_TEST, the_folders_hold_their_numbers_of_files)
     EXPECT_EQ(22, count_files(QStringLiteral(":/pixmaps")));
     EXPECT_EQ(18, count_files(QStringLiteral(":/cursors")));
     EXPECT_EQ(2, count_files(QStringLiteral(":/movies")));
+    EXPECT_EQ(8, count_files(QStringLiteral(":/fonts")));
 }
 
 TEST_F(TOLV_IMAGES_TEST, file_names_begin_alike_and_end_by_their_folder)

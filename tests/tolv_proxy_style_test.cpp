@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QMainWindow>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QStyleOption>
 
@@ -179,6 +180,36 @@ TEST_F(TOLV_PROXY_STYLE_TEST, other_parts_and_other_widgets_keep_their_rectangle
 }
 
 // ---- Dialog buttons -------------------------------------------------------------------------------------------------
+
+namespace
+{
+/// Wants the opposite of the suite's dialog buttons.
+class CONTRARY_STYLE : public QProxyStyle
+{
+public:
+    CONTRARY_STYLE() : QProxyStyle(QStringLiteral("Fusion"))
+    {
+    }
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override
+    {
+        if (hint == SH_DialogButtonLayout)
+            return QDialogButtonBox::GnomeLayout;
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 1;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+} // namespace
+
+TEST_F(TOLV_PROXY_STYLE_TEST, dialog_buttons_heed_no_wish_of_the_base_style)
+{
+    TOLV_PROXY_STYLE style;
+    style.setBaseStyle(new CONTRARY_STYLE);
+    ASSERT_EQ(QDialogButtonBox::GnomeLayout, style.baseStyle()->styleHint(QStyle::SH_DialogButtonLayout));
+    EXPECT_EQ(QDialogButtonBox::WinLayout, style.styleHint(QStyle::SH_DialogButtonLayout));
+    EXPECT_EQ(0, style.styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons));
+}
 
 TEST_F(TOLV_PROXY_STYLE_TEST, dialog_buttons_stand_in_the_windows_order_without_icons)
 {
