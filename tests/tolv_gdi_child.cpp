@@ -1,5 +1,6 @@
 #include "cfgq_registry.h"
 #include "tolv_app.h"
+#include "tolv_brush.h"
 #include "tolv_color.h"
 #include "tolv_font.h"
 #include "tolv_gdi_manager.h"
@@ -69,6 +70,8 @@ int read_format_2(const char* name)
     QDataStream stream(bytes);
     if (std::strcmp(name, "color") == 0)
         TOLV_COLOR(Qt::red).operator>>(stream);
+    else if (std::strcmp(name, "brush") == 0)
+        TOLV_BRUSH(TOLV_RED_BRUSH).operator>>(stream);
     else if (std::strcmp(name, "font") == 0)
         TOLV_FONT(TOLV_GUI_FONT).operator>>(stream);
     else

@@ -8,7 +8,12 @@
 #include "tolv_gdi_tables.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPalette>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
 
 using TOLV_GDI_MANAGER_TEST = GDI_TEST;
 
@@ -47,7 +52,65 @@ public:
 private:
     QPalette m_old;
 };
+
+/// A widget that looks a colour up whenever it hears of another font of the application.
+class COLOR_READER : public QWidget
+{
+public:
+    const std::vector<QColor>& get_colors() const
+    {
+        return m_colors;
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::ApplicationFontChange)
+            m_colors.push_back(TOLV_COLOR(TOLV_RED_COLOR).get_color());
+        return QWidget::event(event);
+    }
+
+private:
+    std::vector<QColor> m_colors;
+};
 } // namespace
+
+// ---- The map of the rows --------------------------------------------------------------------------------------------
+
+TEST(TOLV_RESOURCE_MAP_TEST, finds_what_was_put_in_and_nothing_else)
+{
+    TOLV_RESOURCE_MAP<TOLV_COLOR_RESOURCE, int> map;
+    EXPECT_TRUE(map.find(TOLV_RED_COLOR) == map.end());
+    EXPECT_TRUE(map.insert(TOLV_RED_COLOR, std::make_unique<int>(7)).second);
+    const int* const value = map.find(TOLV_RED_COLOR)->second.get();
+    EXPECT_TRUE(map.insert(COLOR_IN_A_GAP, std::make_unique<int>(8)).second);
+    EXPECT_EQ(value, map.find(TOLV_RED_COLOR)->second.get()); // the object stays where it is
+    EXPECT_EQ(TOLV_RED_COLOR, map.find(TOLV_RED_COLOR)->first);
+    for (const TOLV_COLOR_RESOURCE other : {TOLV_MIN_COLOR, TOLV_GREEN_COLOR, NO_COLOR, NEGATIVE_COLOR})
+        EXPECT_TRUE(map.find(other) == map.end()) << other;
+}
+
+TEST(TOLV_RESOURCE_MAP_TEST, keeps_the_first_of_two_objects)
+{
+    TOLV_RESOURCE_MAP<TOLV_COLOR_RESOURCE, int> map;
+    map.insert(TOLV_RED_COLOR, std::make_unique<int>(7));
+    const auto second = map.insert(TOLV_RED_COLOR, std::make_unique<int>(8));
+    EXPECT_FALSE(second.second);
+    EXPECT_EQ(7, *second.first->second);
+}
+
+TEST(TOLV_RESOURCE_MAP_TEST, goes_through_its_objects_by_number_until_it_is_cleared)
+{
+    TOLV_RESOURCE_MAP<TOLV_COLOR_RESOURCE, int> map;
+    map.insert(COLOR_IN_A_GAP, std::make_unique<int>(3));
+    map.insert(TOLV_BLACK_COLOR, std::make_unique<int>(1));
+    map.insert(TOLV_RED_COLOR, std::make_unique<int>(2));
+    std::vector<int> values;
+    map.for_each([&values](int value) { values.push_back(value); });
+    EXPECT_EQ((std::vector<int>{1, 2, 3}), values);
+    map.clear();
+    EXPECT_TRUE(map.find(TOLV_RED_COLOR) == map.end());
+}
 
 // ---- Life -----------------------------------------------------------------------------------------------------------
 
@@ -72,6 +135,24 @@ TEST_F(TOLV_GDI_MANAGER_TEST, remembers_its_end_even_where_there_was_none)
     tolv_delete_gdi_manager();
     tolv_delete_gdi_manager();
     EXPECT_INTERNAL_ERROR(TOLV_GDI_MANAGER::get_instance(), "!TOLV_GDI_MANAGER::m_instance_has_been_deleted");
+}
+
+TEST_F(TOLV_GDI_MANAGER_TEST, refuses_an_enumerator_that_two_rows_have)
+{
+    // The colour table lies in memory that can be written: the manager itself puts a colour of the palette there.
+    auto& row = const_cast<TOLV_INITIAL_COLOR&>(tolv_get_initial_colors()[1]);
+    row.resource = TOLV_BLACK_COLOR;
+    EXPECT_INTERNAL_ERROR(restart(), "inserted.second");
+    row.resource = TOLV_WHITE_COLOR;
+    restart();
+    EXPECT_EQ(QColor(255, 255, 255), manager().get_color(TOLV_WHITE_COLOR));
+}
+
+TEST_F(TOLV_GDI_MANAGER_TEST, can_be_used_by_widgets_that_hear_of_the_font)
+{
+    COLOR_READER reader;
+    restart();
+    EXPECT_EQ((std::vector<QColor>{QColor(255, 0, 0)}), reader.get_colors());
 }
 
 TEST_F(TOLV_GDI_MANAGER_TEST, holds_every_row_of_the_tables)

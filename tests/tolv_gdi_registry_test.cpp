@@ -10,6 +10,8 @@
 #include <QApplication>
 #include <QPalette>
 
+#include <random>
+
 using TOLV_GDI_REGISTRY_TEST = GDI_TEST;
 
 namespace
@@ -403,6 +405,65 @@ TEST_F(TOLV_GDI_REGISTRY_TEST, every_stored_form_reads_as_what_was_written)
         EXPECT_EQ("BACK", read.background_color_name);
         EXPECT_EQ(TOLV_FONT_ATTRIBUTES::from_row(row).get_key(), read.attributes.get_key());
     }
+}
+
+TEST_F(TOLV_GDI_REGISTRY_TEST, damaged_forms_give_a_row_in_range_or_none)
+{
+    const QString pens[] = {"TOLV_RED_COLOR 3 32 128 2 1", "TOLV_FLP_NET_LINE_COLOR 1 16 0 10 4286568079"};
+    const QString fonts[] = {"0 TOLV_RED_COLOR TOLV_LOST_COLOR 13 1 1 1 1 1 7, Some Family",
+                             QString::fromUtf8("1 A B 24 0 0 0 0 0 0, Größe, no")};
+    const QString pieces[] = {"",
+                              " ",
+                              "  ",
+                              "0",
+                              "-1",
+                              "99999999999",
+                              "2147483648",
+                              "-2147483649",
+                              ",",
+                              ", ",
+                              "%s",
+                              "\n\t",
+                              "x",
+                              "+7",
+                              "1e9",
+                              QString(1, QChar(0)),
+                              "é",
+                              QString(1000, 'N'),
+                              QString(QChar(0xd800))};
+    std::mt19937 random(7); // the same damages in every run
+    const auto damage = [&](QString text)
+    {
+        for (unsigned i = 0, count = 1 + random() % 3; i < count; ++i)
+        {
+            const int place = static_cast<int>(random() % (text.size() + 1));
+            text.replace(place, static_cast<int>(random() % 4), pieces[random() % std::size(pieces)]);
+        }
+        return text;
+    };
+    int accepted = 0;
+    for (int i = 0; i < 20000; ++i)
+    {
+        TOLV_STORED_PEN pen;
+        if (TOLV_STORED_PEN::parse(damage(pens[i % 2]), &pen))
+        {
+            ++accepted;
+            EXPECT_TRUE(pen.width >= 0 && pen.width <= 32767 && pen.style <= Qt::DashDotDotLine);
+            EXPECT_FALSE(pen.color_name.empty());
+        }
+        TOLV_STORED_FONT font;
+        if (TOLV_STORED_FONT::parse(damage(fonts[i % 2]), &font))
+        {
+            ++accepted;
+            EXPECT_TRUE(font.attributes.point_size > 0 && font.attributes.point_size <= 4096);
+            EXPECT_TRUE(font.attributes.style_hint >= 0 && font.attributes.style_hint <= QFont::Fantasy);
+            EXPECT_FALSE(font.attributes.family.isEmpty());
+            EXPECT_LT(font.text_color_name.size(), 1000U);
+            EXPECT_LT(font.background_color_name.size(), 1000U);
+        }
+    }
+    EXPECT_GT(accepted, 1000);
+    EXPECT_LT(accepted, 39000);
 }
 
 // ---- Regression mode, other processes -------------------------------------------------------------------------------

@@ -253,7 +253,8 @@ TEST_F(TOLV_GDI_STREAM_TEST, resources_of_no_row_are_corrupt_data)
 TEST(TOLV_GDI_STREAM_PROCESS, another_format_ends_the_process_with_the_text_of_the_class)
 {
     for (const auto& [name, text] :
-         {std::pair("color", "Error in TOLV_COLOR::operator >>"), std::pair("pen", "Error at TOLV_PEN::operator >>"),
+         {std::pair("color", "Error in TOLV_COLOR::operator >>"),
+          std::pair("brush", "Error in TOLV_BRUSH::operator >>"), std::pair("pen", "Error at TOLV_PEN::operator >>"),
           std::pair("font", "Error at TOLV_FONT::operator >>")})
     {
         const CHILD_RESULT result = run_child("tolv_gdi_child", {"read_format_2", name});

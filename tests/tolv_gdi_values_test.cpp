@@ -407,6 +407,55 @@ TEST_F(TOLV_FONT_TEST, statics_change_the_named_fonts)
     EXPECT_INTERNAL_ERROR(TOLV_FONT::reset_fonts({}), "!font_set.empty()");
 }
 
+// ---- Under a handler of internal errors that comes back -------------------------------------------------------------
+
+namespace
+{
+/// The texts of the internal errors of some code, which goes on behind each.
+std::vector<std::string> collect_internal_errors(const std::function<void()>& code)
+{
+    static std::vector<std::string> texts;
+    texts.clear();
+    const MSG_INTERNAL_ERROR::HANDLER old_handler =
+        MSG_INTERNAL_ERROR::set_handler([](const char* text, const char*, const char*, int) { texts.push_back(text); });
+    code();
+    MSG_INTERNAL_ERROR::set_handler(old_handler);
+    return texts;
+}
+} // namespace
+
+TEST_F(TOLV_COLOR_TEST, what_is_refused_changes_nothing)
+{
+    TOLV_COLOR color(TOLV_RED_COLOR);
+    TOLV_PEN pen(TOLV_RED_PEN);
+    TOLV_BRUSH brush(TOLV_RED_BRUSH);
+    TOLV_FONT font(TOLV_GUI_FONT);
+    const std::vector<std::string> texts = collect_internal_errors(
+        [&]
+        {
+            TOLV_COLOR::set_default_color(TOLV_RED_COLOR, QColor(1, 2, 3));
+            color.set_color(TOLV_MIN_COLOR);
+            pen.set_pen(TOLV_MIN_PEN);
+            brush.set_brush(TOLV_MIN_BRUSH);
+            font.set_font(TOLV_MIN_FONT);
+            font.set_face_name(QString());
+            manager().set_pen_width(TOLV_RED_PEN, -1);
+            manager().set_font(TOLV_GUI_FONT, nullptr);
+        });
+    EXPECT_EQ((std::vector<std::string>{"m_change_non_windows_color", "color != TOLV_MIN_COLOR", "pen != TOLV_MIN_PEN",
+                                        "brush != TOLV_MIN_BRUSH", "font != TOLV_MIN_FONT", "!face_name.isEmpty()",
+                                        "width >= 0", "font != NULL"}),
+              texts);
+    EXPECT_EQ(QColor(255, 0, 0), color.get_color());
+    EXPECT_EQ(TOLV_RED_PEN, pen.get_pen_resource());
+    EXPECT_EQ(manager().get_pen(TOLV_RED_PEN), pen.get_pen());
+    EXPECT_EQ(1, pen.get_width());
+    EXPECT_EQ(TOLV_RED_BRUSH, brush.get_brush_resource());
+    EXPECT_EQ(manager().get_brush(TOLV_RED_BRUSH), brush.get_brush());
+    EXPECT_EQ(TOLV_GUI_FONT, font.get_font_resource());
+    EXPECT_EQ(manager().get_font(TOLV_GUI_FONT, nullptr, nullptr), font.get_font());
+}
+
 // ---- Without a manager ----------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_COLOR_TEST, no_class_of_the_family_works_without_a_manager)

@@ -17,9 +17,10 @@ class GEN_UNDO_REDO_MGR;
 ///     app.exit_instance();
 ///     ... destroy app ...
 ///
-/// There is no way back: a second TOLV_APP in one process is not provided for. The object owns what lives as long as the
-/// application: the undo/redo manager, the application fonts and the drawing resources, which nobody may use behind it. Everything belongs to the thread of main(), which
-/// becomes the GUI thread. Nothing here reports an error to the user.
+/// There is no way back: a second TOLV_APP in one process is not provided for. The object owns what lives as long as
+/// the application: the undo/redo manager, the application fonts and the drawing resources; colours, pens, brushes and
+/// fonts of the library must not be used once it is gone. Everything belongs to the thread of main(), which becomes the
+/// GUI thread. Nothing here reports an error to the user.
 class TOLV_EXPORT TOLV_APP : public QApplication
 {
     Q_OBJECT

@@ -82,6 +82,8 @@ bool TOLV_BRUSH::operator!=(const TOLV_BRUSH& rhs) const
 void TOLV_BRUSH::set_brush(TOLV_BRUSH_RESOURCE brush)
 {
     TOLV_CHECK(brush != TOLV_MIN_BRUSH);
+    if (brush == TOLV_MIN_BRUSH)
+        return;
     m_brush = tolv_require_gdi_manager()->get_brush(brush);
     m_brush_resource = brush;
 }

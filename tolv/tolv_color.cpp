@@ -59,7 +59,8 @@ bool TOLV_COLOR::operator!=(const TOLV_COLOR& rhs) const
 void TOLV_COLOR::set_color(TOLV_COLOR_RESOURCE color)
 {
     TOLV_CHECK(color != TOLV_MIN_COLOR);
-    m_color_resource = color;
+    if (color != TOLV_MIN_COLOR)
+        m_color_resource = color;
 }
 
 void TOLV_COLOR::set_color(const QColor& color)

@@ -27,7 +27,8 @@ public:
     /// Writes the colour: 1 (the format), the resource, the custom colour.
     virtual QDataStream& operator<<(QDataStream& stream) const;
     /// Reads what operator<<() wrote. Another format is the internal error "Error in TOLV_COLOR::operator >>". A
-    /// stream that ends too soon or names no colour of the table leaves the object as it is; the stream's status says so.
+    /// stream that ends too soon or names no colour of the table leaves the object as it is; the stream's status says
+    /// so.
     virtual QDataStream& operator>>(QDataStream& stream);
 
     TOLV_COLOR& operator=(const TOLV_COLOR& rhs);

@@ -80,6 +80,8 @@ bool TOLV_FONT::operator!=(const TOLV_FONT& rhs) const
 void TOLV_FONT::set_font(TOLV_FONT_RESOURCE font)
 {
     TOLV_CHECK(font != TOLV_MIN_FONT);
+    if (font == TOLV_MIN_FONT)
+        return;
     m_font = tolv_require_gdi_manager()->get_font(font, nullptr, nullptr);
     m_font_resource = font;
 }
@@ -87,17 +89,16 @@ void TOLV_FONT::set_font(TOLV_FONT_RESOURCE font)
 void TOLV_FONT::set_font(const TOLV_COLOR& text, const TOLV_COLOR& background, const QString& face, int point,
                          bool bold, bool italic)
 {
-    if (!has_font())
-        return;
-    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
-    attributes.family = face;
-    attributes.point_size = point;
-    attributes.bold = bold;
-    attributes.italic = italic;
-    m_font_resource = TOLV_MIN_FONT;
-    m_text_color = text;
-    m_background_color = background;
-    share_font(attributes);
+    change_attributes(
+        [&](TOLV_FONT_ATTRIBUTES& attributes)
+        {
+            attributes.family = face;
+            attributes.point_size = point;
+            attributes.bold = bold;
+            attributes.italic = italic;
+            m_text_color = text;
+            m_background_color = background;
+        });
 }
 
 QFont* TOLV_FONT::get_font() const
@@ -130,76 +131,58 @@ bool TOLV_FONT::has_font() const
     return m_font != nullptr;
 }
 
-void TOLV_FONT::share_font(const TOLV_FONT_ATTRIBUTES& attributes)
+/// Makes the font the custom one with the attributes that `change` leaves behind.
+template <class CHANGE>
+void TOLV_FONT::change_attributes(const CHANGE& change)
 {
+    if (!has_font())
+        return;
+    detach();
+    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
+    change(attributes);
     m_font = tolv_require_gdi_manager()->get_custom_font(attributes);
+}
+
+/// Sets one of the colours of a font; a named font becomes the custom one with the same attributes.
+void TOLV_FONT::change_color(TOLV_COLOR* member, const QColor& value)
+{
+    if (m_font_resource != TOLV_MIN_FONT)
+        change_attributes([](TOLV_FONT_ATTRIBUTES&) {});
+    member->set_color(value);
 }
 
 void TOLV_FONT::set_text_color(const TOLV_COLOR& color)
 {
-    if (!has_font())
-        return;
-    const QColor value = color.get_color();
-    if (m_font_resource != TOLV_MIN_FONT)
-    {
-        detach();
-        share_font(TOLV_FONT_ATTRIBUTES::from_font(*m_font));
-    }
-    m_text_color.set_color(value);
+    if (has_font())
+        change_color(&m_text_color, color.get_color());
 }
 
 void TOLV_FONT::set_background_color(const TOLV_COLOR& color)
 {
-    if (!has_font())
-        return;
-    const QColor value = color.get_color();
-    if (m_font_resource != TOLV_MIN_FONT)
-    {
-        detach();
-        share_font(TOLV_FONT_ATTRIBUTES::from_font(*m_font));
-    }
-    m_background_color.set_color(value);
+    if (has_font())
+        change_color(&m_background_color, color.get_color());
 }
 
 void TOLV_FONT::set_face_name(const QString& face_name)
 {
     TOLV_CHECK(!face_name.isEmpty());
-    if (!has_font())
-        return;
-    detach();
-    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
-    attributes.family = face_name;
-    share_font(attributes);
+    if (!face_name.isEmpty())
+        change_attributes([&](TOLV_FONT_ATTRIBUTES& attributes) { attributes.family = face_name; });
 }
 
 void TOLV_FONT::set_point_size(int point_size)
 {
-    if (!has_font())
-        return;
-    detach();
-    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
-    attributes.point_size = point_size;
-    share_font(attributes);
+    change_attributes([=](TOLV_FONT_ATTRIBUTES& attributes) { attributes.point_size = point_size; });
 }
 
 void TOLV_FONT::set_bold(bool bold)
 {
-    if (!has_font())
-        return;
-    detach();
-    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
-    attributes.bold = bold;
-    share_font(attributes);
+    change_attributes([=](TOLV_FONT_ATTRIBUTES& attributes) { attributes.bold = bold; });
 }
 
 void TOLV_FONT::set_italic(bool italic)
 {
-    if (!has_font())
-        return;
-    detach();
-    TOLV_FONT_ATTRIBUTES attributes = TOLV_FONT_ATTRIBUTES::from_font(*m_font);
-    attributes.italic = italic;
-    share_font(attributes);
+    change_attributes([=](TOLV_FONT_ATTRIBUTES& attributes) { attributes.italic = italic; });
 }
 
 TOLV_COLOR TOLV_FONT::get_text_color() const

@@ -73,7 +73,9 @@ public:
 private:
     void detach();
     bool has_font() const;
-    void share_font(const TOLV_FONT_ATTRIBUTES& attributes);
+    template <class CHANGE>
+    void change_attributes(const CHANGE& change);
+    void change_color(TOLV_COLOR* member, const QColor& value);
 
     TOLV_FONT_RESOURCE m_font_resource; ///< TOLV_MIN_FONT: custom
     QFont* m_font;                      ///< belongs to the manager, or, once read from a stream, to nobody

@@ -55,7 +55,8 @@ void TOLV_GDI_MANAGER::COLOR_DATA::set_color(const QColor& color)
     if (m_is_windows_color)
         return; // meant: the system's colours are not ours to change, and no caller need know which they are
     TOLV_CHECK(m_change_non_windows_color);
-    m_color = color;
+    if (m_change_non_windows_color)
+        m_color = color;
 }
 
 bool TOLV_GDI_MANAGER::COLOR_DATA::need_to_write_to_registry() const

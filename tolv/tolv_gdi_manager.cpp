@@ -114,6 +114,7 @@ void TOLV_GDI_MANAGER::create_instance()
         return;
     m_instance = new TOLV_GDI_MANAGER;
     m_instance_has_been_deleted = false;
+    m_instance->give_font_to_application();
 }
 
 void TOLV_GDI_MANAGER::delete_instance()
@@ -457,6 +458,12 @@ void TOLV_GDI_MANAGER::initialize_fonts()
         QString text;
         insert_font(row, stored_table.get_text(row.name, &text) ? &text : nullptr);
     }
+}
+
+/// The last step of the start. It comes when the manager can be reached: widgets hear of the font at once, and may ask
+/// for colours in their answer.
+void TOLV_GDI_MANAGER::give_font_to_application() const
+{
     const QFont* const default_gui_font = get_font(TOLV_GUI_FONT, nullptr, nullptr);
     TOLV_CHECK_TEXT(default_gui_font != nullptr, "default_gui_font != NULL");
     if (default_gui_font != nullptr)

@@ -183,6 +183,7 @@ private:
     void insert_pen(const TOLV_INITIAL_PEN& row, const QString* stored_form);
     void initialize_brushes();
     void initialize_fonts();
+    void give_font_to_application() const;
     void insert_font(const TOLV_INITIAL_FONT& row, const QString* stored_form);
     COLOR_DATA* find_color_data(TOLV_COLOR_RESOURCE resource) const;
     PEN_DATA* find_pen_data(TOLV_PEN_RESOURCE resource) const;

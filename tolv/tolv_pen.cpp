@@ -104,6 +104,8 @@ bool TOLV_PEN::operator!=(const TOLV_PEN& rhs) const
 void TOLV_PEN::set_pen(TOLV_PEN_RESOURCE pen)
 {
     TOLV_CHECK(pen != TOLV_MIN_PEN);
+    if (pen == TOLV_MIN_PEN)
+        return;
     m_pen = tolv_require_gdi_manager()->get_pen(pen);
     m_pen_resource = pen;
 }
