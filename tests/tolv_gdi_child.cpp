@@ -50,6 +50,14 @@ int before_application()
     return 0;
 }
 
+int end_before_start()
+{
+    tolv_delete_gdi_manager();
+    TOLV_COLOR(TOLV_RED_COLOR).get_color();
+    std::printf("survived\n");
+    return 0;
+}
+
 int behind_the_end(int& argc, char** argv)
 {
     {
@@ -86,6 +94,8 @@ int main(int argc, char** argv)
     const char* const command = argc > 1 ? argv[1] : "";
     if (std::strcmp(command, "before_application") == 0)
         return before_application();
+    if (std::strcmp(command, "end_before_start") == 0)
+        return end_before_start();
     if (std::strcmp(command, "behind_the_end") == 0)
         return behind_the_end(argc, argv);
 

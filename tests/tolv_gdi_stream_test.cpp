@@ -6,6 +6,9 @@
 #include "tolv_pen.h"
 
 #include <QDataStream>
+#include <QImage>
+
+#include <random>
 
 using TOLV_GDI_STREAM_TEST = GDI_TEST;
 
@@ -248,6 +251,66 @@ TEST_F(TOLV_GDI_STREAM_TEST, resources_of_no_row_are_corrupt_data)
     EXPECT_EQ(TOLV_FONT(TOLV_GUI_FONT), font);
     EXPECT_EQ(QDataStream::ReadCorruptData, read(bytes_of(FORMAT, 5) + bytes_of(FORMAT, 9999, QColor()), brush));
     EXPECT_EQ(TOLV_BRUSH(TOLV_RED_BRUSH), brush);
+}
+
+TEST_F(TOLV_GDI_STREAM_TEST, pens_that_no_pen_of_ours_is_are_corrupt_data)
+{
+    QPen textured = some_pen();
+    textured.setBrush(QImage(2, 2, QImage::Format_RGB32));
+    QPen gradient = some_pen();
+    gradient.setBrush(QLinearGradient(0, 0, 1, 1));
+    QPen hatched = some_pen();
+    hatched.setBrush(QBrush(QColor(1, 2, 3), Qt::DiagCrossPattern));
+    QPen dashed_64 = some_pen();
+    dashed_64.setDashPattern(QVector<qreal>(64, 1.0));
+    QPen dashed_66 = some_pen();
+    dashed_66.setDashPattern(QVector<qreal>(66, 1.0));
+    for (const auto& [source, expected] :
+         {std::pair(textured, QDataStream::ReadCorruptData), std::pair(gradient, QDataStream::ReadCorruptData),
+          std::pair(dashed_66, QDataStream::ReadCorruptData), std::pair(hatched, QDataStream::Ok),
+          std::pair(dashed_64, QDataStream::Ok)})
+    {
+        TOLV_PEN pen(TOLV_RED_PEN);
+        EXPECT_EQ(expected, read(bytes_of(FORMAT, 0, 1, source) + write(TOLV_COLOR(QColor(1, 2, 3))), pen));
+        EXPECT_EQ(expected == QDataStream::Ok ? TOLV_MIN_PEN : TOLV_RED_PEN, pen.get_pen_resource());
+    }
+}
+
+TEST_F(TOLV_GDI_STREAM_TEST, damaged_streams_do_no_harm)
+{
+    TOLV_FONT custom_font(TOLV_GUI_FONT);
+    custom_font.set_point_size(17);
+    const INTERNAL_ERROR_TRAP trap; // a damaged format is one
+    std::mt19937 random(11);        // the same damages in every run
+    const auto read_damaged = [&random](const auto& written, auto value)
+    {
+        QByteArray bytes = write(written);
+        for (unsigned i = 0, count = 1 + random() % 3; i < count; ++i)
+        {
+            const char values[] = {static_cast<char>(random()), static_cast<char>(random() % 32), '\x7f', '\xff'};
+            bytes[4 + static_cast<int>(random() % (bytes.size() - 4))] =
+                values[random() % 4]; // behind the first format
+        }
+        try
+        {
+            return read(bytes, value) == QDataStream::Ok;
+        }
+        catch (const TRAPPED_INTERNAL_ERROR& error)
+        {
+            EXPECT_EQ("Error in TOLV_COLOR::operator >>", error.text);
+            return false;
+        }
+    };
+    int read_well = 0;
+    for (int i = 0; i < 5000; ++i)
+    {
+        read_well += read_damaged(TOLV_COLOR(QColor(1, 2, 3)), TOLV_COLOR(TOLV_RED_COLOR)) ? 1 : 0;
+        read_well += read_damaged(TOLV_BRUSH(TOLV_RED_BRUSH), TOLV_BRUSH(TOLV_BLUE_BRUSH)) ? 1 : 0;
+        read_well += read_damaged(TOLV_PEN(some_pen()), TOLV_PEN(TOLV_RED_PEN)) ? 1 : 0;
+        read_well += read_damaged(custom_font, TOLV_FONT(TOLV_GUI_BOLD_FONT)) ? 1 : 0;
+    }
+    EXPECT_GT(read_well, 1000);
+    EXPECT_LT(read_well, 19000);
 }
 
 TEST(TOLV_GDI_STREAM_PROCESS, another_format_ends_the_process_with_the_text_of_the_class)

@@ -4,7 +4,25 @@
 #include "tolv_gdi_access_p.h"
 #include "tolv_mem.h"
 
+#include <new>
+
 TOLV_MEM_INITIALIZER();
+
+namespace
+{
+/// Reads a font. Qt believes the number of families that it reads, and throws where there is no room for them.
+void read_font(QDataStream& stream, QFont* font)
+{
+    try
+    {
+        stream >> *font;
+    }
+    catch (const std::bad_alloc&)
+    {
+        stream.setStatus(QDataStream::ReadCorruptData);
+    }
+}
+} // namespace
 
 TOLV_FONT::TOLV_FONT(TOLV_FONT_RESOURCE font)
     : m_font_resource(TOLV_MIN_FONT), m_font(nullptr), m_text_color(TOLV_WINDOW_TEXT_COLOR),
@@ -39,7 +57,7 @@ QDataStream& TOLV_FONT::operator>>(QDataStream& stream)
     TOLV_COLOR background_color = m_background_color;
     stream >> number >> has_stored_font;
     if (has_stored_font != 0)
-        stream >> font;
+        read_font(stream, &font);
     stream >> text_color >> background_color;
     if (!tolv_is_stream_ok(stream))
         return stream;

@@ -10,7 +10,7 @@
 #include <gsl/span>
 
 /// The built-in rows of the drawing resources, as they are before any user's setting. Each function gives the whole
-/// table in the order in which rows are initialised, reset and saved, which is not everywhere that of the enumerators.
+/// table in the order in which rows are initialised and reset, which is not everywhere that of the enumerators.
 
 // NOLINTBEGIN(clang-analyzer-optin.performance.Padding): the fields are in the order of the columns.
 

@@ -3,6 +3,9 @@
 #include "tolv_gdi_access_p.h"
 #include "tolv_mem.h"
 
+#include <QIODevice>
+#include <QTransform>
+
 TOLV_MEM_INITIALIZER();
 
 namespace
@@ -12,6 +15,34 @@ QPen* share_pen(const QPen& pen)
 {
     return tolv_require_gdi_manager()->get_custom_pen(pen.style(), pen.capStyle(), pen.joinStyle(), pen.width(),
                                                       pen.color());
+}
+
+/// Whether the pen that comes next on the stream is one that Qt can be given to read. Qt believes what it reads: a
+/// brush that claims a texture or a gradient, and a huge number of dashes, end the process. No pen of ours has them.
+/// In versions before Qt 4.3, whose pens begin otherwise, and at the end of the data nothing is refused.
+bool is_plain_pen_next(const QDataStream& stream)
+{
+    constexpr int BYTES_UP_TO_DASHES = 256; // more than enough
+    constexpr quint32 MOST_DASHES = 64;
+    if (stream.device() == nullptr || stream.version() < QDataStream::Qt_4_3)
+        return true;
+    QDataStream ahead(stream.device()->peek(BYTES_UP_TO_DASHES));
+    ahead.setVersion(stream.version());
+    ahead.setByteOrder(stream.byteOrder());
+    ahead.setFloatingPointPrecision(stream.floatingPointPrecision());
+    quint16 style = 0;
+    bool is_cosmetic = false;
+    double width = 0;
+    quint8 brush_style = 0;
+    QColor color;
+    QTransform transform;
+    double miter_limit = 0;
+    quint32 dash_count = 0;
+    ahead >> style >> is_cosmetic >> width >> brush_style >> color;
+    if (tolv_is_stream_ok(ahead) && brush_style > Qt::DiagCrossPattern)
+        return false;
+    ahead >> transform >> miter_limit >> dash_count;
+    return !tolv_is_stream_ok(ahead) || dash_count <= MOST_DASHES;
 }
 } // namespace
 
@@ -57,6 +88,10 @@ QDataStream& TOLV_PEN::operator>>(QDataStream& stream)
     QPen pen;
     TOLV_COLOR color = m_color;
     stream >> number >> has_pen;
+    if (has_pen != 0 && !is_plain_pen_next(stream))
+        stream.setStatus(QDataStream::ReadCorruptData);
+    if (!tolv_is_stream_ok(stream))
+        return stream;
     if (has_pen != 0)
         stream >> pen;
     stream >> color;

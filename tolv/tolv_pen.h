@@ -23,7 +23,8 @@ public:
     /// Writes the pen: 1 (the format), the resource, whether there is a pen, the pen, the colour.
     virtual QDataStream& operator<<(QDataStream& stream) const;
     /// Reads what operator<<() wrote. Another format is the internal error "Error at TOLV_PEN::operator >>". A stream
-    /// that ends too soon or names no pen of the table leaves the object as it is; the stream's status says so.
+    /// that ends too soon, names no pen of the table or holds a pen with a texture, a gradient or dashes beyond reason
+    /// leaves the object as it is; the stream's status says so.
     /// Reading a named pen leaves get_pen() what it was, which is meant; set_pen() brings it in line.
     virtual QDataStream& operator>>(QDataStream& stream);
 
