@@ -10,6 +10,14 @@
 
 #include <random>
 
+#if defined(__SANITIZE_ADDRESS__)
+/// Lets a request for too much memory fail as it does elsewhere, instead of ending the process.
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() // NOLINT: the sanitizer's name
+{
+    return "allocator_may_return_null=1";
+}
+#endif
+
 using TOLV_GDI_STREAM_TEST = GDI_TEST;
 
 namespace
