@@ -75,10 +75,12 @@ def read_dependencies(build):
 
 
 def key_of(command, headers):
-    digest = hashlib.sha256(CLAZY_CHECKS.encode() + command['command'].encode())
-    for path in [TOP / '.clang-tidy', pathlib.Path(command['file']), *sorted(headers)]:
+    # Paths count from the checkout, so that another checkout of the same content has nothing left to look at.
+    digest = hashlib.sha256(CLAZY_CHECKS.encode() + command['command'].replace(str(TOP), '').encode())
+    source = pathlib.Path(command['file'])
+    for path in [TOP / '.clang-tidy', source.parent / '.clang-tidy', source, *sorted(headers)]:
         if path.exists():
-            digest.update(str(path).encode() + b'\0' + path.read_bytes())
+            digest.update(str(path.relative_to(TOP)).encode() + b'\0' + path.read_bytes())
     return digest.hexdigest()
 
 
