@@ -61,7 +61,7 @@ private:
 };
 
 /// The colours.
-class PREFERENCES_COLORS : public PREFERENCES_TABLE
+class PREFERENCES_COLORS final : public PREFERENCES_TABLE
 {
 public:
     PREFERENCES_COLORS();
@@ -82,7 +82,7 @@ private:
 };
 
 /// The fonts, each with its two colours: a font whose colour has been changed has been changed itself.
-class PREFERENCES_FONTS : public PREFERENCES_TABLE
+class PREFERENCES_FONTS final : public PREFERENCES_TABLE
 {
 public:
     /// @param colors outlives the object
@@ -111,7 +111,7 @@ private:
 };
 
 /// The pens of the tools: their widths, and the named colours that they draw in.
-class PREFERENCES_PENS : public PREFERENCES_TABLE
+class PREFERENCES_PENS final : public PREFERENCES_TABLE
 {
 public:
     PREFERENCES_PENS();

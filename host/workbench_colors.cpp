@@ -40,7 +40,7 @@ QColor workbench_get_contrast_color(const QColor& ground)
 
 QColor workbench_get_text_color(TOLV_COLOR_RESOURCE resource)
 {
-    const QColor chosen = TOLV_COLOR(resource).get_color();
+    QColor chosen = TOLV_COLOR(resource).get_color();
     const QColor ground = QGuiApplication::palette().color(QPalette::Base);
     if (chosen != TOLV_COLOR::get_default_color(resource) || ground.lightness() >= 128)
         return chosen;

@@ -64,7 +64,7 @@ TEST_F(host_preferences, a_typed_colour_is_in_force_and_in_the_preview_at_once)
 {
     open_at("TOLV_FLP_RAM_BLOCK_FILL_COLOR");
     const QColor before = get_color(TOLV_FLP_RAM_BLOCK_FILL_COLOR);
-    const QColor after("#12ab34");
+    const QColor after(0x12, 0xab, 0x34);
     EXPECT_GT(count_in_sample(TOLV_FLP_RAM_BLOCK_FILL_COLOR, before), 200);
     EXPECT_EQ(0, count_in_sample(TOLV_FLP_RAM_BLOCK_FILL_COLOR, after));
     type_color("#12ab3");
@@ -86,7 +86,7 @@ TEST_F(host_preferences, the_preview_stands_on_the_ground_of_the_tool)
     const QPoint corner = find<QWidget>("canvas")->rect().bottomRight();
     EXPECT_EQ(get_color(TOLV_WAVE_BACKGROUND_COLOR), QColor(render_preview().pixel(corner)));
     type_color("#402010");
-    EXPECT_EQ(QColor("#402010"), QColor(render_preview().pixel(corner)));
+    EXPECT_EQ(QColor(0x40, 0x20, 0x10), QColor(render_preview().pixel(corner)));
     press("cancel_button");
 }
 
@@ -94,8 +94,8 @@ TEST_F(host_preferences, lines_of_the_preview_follow_their_colour)
 {
     open_at("TOLV_CLKN_TRUNK_LINE_COLOR");
     type_color("#1234ff");
-    EXPECT_GT(count_in_sample(TOLV_CLKN_TRUNK_LINE_COLOR, QColor("#1234ff")), 50);
-    EXPECT_EQ(QColor("#1234ff"), TOLV_PEN(TOLV_CLKN_TRUNK_PEN).get_pen()->color());
+    EXPECT_GT(count_in_sample(TOLV_CLKN_TRUNK_LINE_COLOR, QColor(0x12, 0x34, 0xff)), 50);
+    EXPECT_EQ(QColor(0x12, 0x34, 0xff), TOLV_PEN(TOLV_CLKN_TRUNK_PEN).get_pen()->color());
     press("cancel_button");
 }
 
@@ -108,11 +108,11 @@ TEST_F(host_preferences, a_colour_can_be_typed_as_a_name_or_as_digits_alone)
     EXPECT_EQ("#000080", find<QLineEdit>("color_text")->text());
     type_color("ABCDEF");
     GUI_DRIVER::key_click(find<QLineEdit>("color_text"), Qt::Key_Return);
-    EXPECT_EQ(QColor("#abcdef"), get_color(TOLV_WAVE_MARKER_LINE_COLOR));
+    EXPECT_EQ(QColor(0xab, 0xcd, 0xef), get_color(TOLV_WAVE_MARKER_LINE_COLOR));
     type_color("no colour");
     GUI_DRIVER::key_click(find<QLineEdit>("color_text"), Qt::Key_Return);
     EXPECT_EQ("#abcdef", find<QLineEdit>("color_text")->text());
-    EXPECT_EQ(QColor("#abcdef"), get_color(TOLV_WAVE_MARKER_LINE_COLOR));
+    EXPECT_EQ(QColor(0xab, 0xcd, 0xef), get_color(TOLV_WAVE_MARKER_LINE_COLOR));
     ASSERT_FALSE(m_dialog.isNull()); // Enter belongs to the field
     press("cancel_button");
 }
@@ -408,7 +408,7 @@ TEST_F(host_preferences, messages_are_written_in_the_colours_and_the_font_that_a
     EXPECT_EQ(get_color(TOLV_MSW_ERROR_COLOR), get_color_of(messages->document()->lastBlock()));
     open_at("TOLV_MSW_ERROR_COLOR");
     type_color("#a000a0");
-    EXPECT_EQ(QColor("#a000a0"), get_color_of(messages->document()->lastBlock()));
+    EXPECT_EQ(QColor(0xa0, 0x00, 0xa0), get_color_of(messages->document()->lastBlock()));
     EXPECT_EQ(get_color(TOLV_MSW_INFO_COLOR), get_color_of(messages->document()->firstBlock()));
     ASSERT_TRUE(m_dialog->select("TOLV_MSG_TEXT_FONT"));
     m_page = m_dialog->get_page(PREFERENCES_DIALOG::PAGE_FONTS);

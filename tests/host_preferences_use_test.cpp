@@ -41,7 +41,7 @@ TEST_F(host_preferences_use, enter_and_escape_in_the_search_do_not_end_the_dialo
     GUI_DRIVER::key_click(find<QLineEdit>("search"), Qt::Key_Escape);
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ("", find<QLineEdit>("search")->text());
-    EXPECT_EQ(QColor("#112233"), get_color(TOLV_FLP_NET_LINE_COLOR));
+    EXPECT_EQ(QColor(0x11, 0x22, 0x33), get_color(TOLV_FLP_NET_LINE_COLOR));
     GUI_DRIVER::key_click(find<QLineEdit>("search"), Qt::Key_Escape);
     GUI_DRIVER::process_posted();
     EXPECT_TRUE(m_dialog.isNull());
@@ -113,7 +113,10 @@ TEST_F(host_preferences_use, mnemonics_do_not_clash)
         {
             QString keys;
             for (const QAction* action : menu->actions())
-                keys += action->text()[action->text().indexOf('&') + 1].toLower();
+            {
+                const QString text = action->text();
+                keys += text[text.indexOf('&') + 1].toLower();
+            }
             std::sort(keys.begin(), keys.end());
             EXPECT_TRUE(std::adjacent_find(keys.begin(), keys.end()) == keys.end()) << keys.toStdString();
         }
@@ -129,11 +132,7 @@ TEST_F(host_preferences_use, tab_goes_from_the_search_to_the_rows_the_editor_and
          "reset_button", "save_button", "cancel_button"},
         {"search", "rows", "pen_width", "pen_color", "reset_button", "save_button", "cancel_button"}};
     const char* const rows[] = {"TOLV_FLP_NET_LINE_COLOR", "TOLV_FLP_LEGEND_FONT", "TOLV_FLP_NET_PEN"};
-    TOLV_COLOR::set_default_color(TOLV_FLP_TEXT_COLOR, Qt::red);
-    open();
-    TOLV_COLOR::set_default_color(TOLV_FLP_TEXT_COLOR, Qt::green);
-    m_dialog->select("TOLV_WAVE_TEXT_COLOR");
-    m_page = m_dialog->get_page(PREFERENCES_DIALOG::PAGE_COLORS);
+    open_at("TOLV_WAVE_TEXT_COLOR");
     type_color("#010203"); // so that Save can be pressed
     for (int page = 0; page < 3; ++page)
     {
