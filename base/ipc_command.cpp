@@ -206,7 +206,7 @@ private:
     bool run_script(const REQUEST& request);
     bool lend_owner(bool is_lent);
     bool run_process(const REQUEST& request);
-    void watch(IPC_PROCESS& process, const REQUEST& request, int wake_descriptor);
+    void watch(IPC_PROCESS& process, const REQUEST& request, int waker);
     void hand_on(char* data, std::size_t size, bool keep_output);
     void hand_on_last_line();
 
@@ -288,15 +288,15 @@ bool IPC_COMMAND::IMPL::TURN::run_process(const REQUEST& request)
     start_request.working_directory = request.working_directory;
     start_request.merge_error_output = request.merge_error_output;
     start_request.has_input = !request.input.empty();
-    IPC_DESCRIPTOR wake_descriptor;
-    wake_descriptor.reset(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    IPC_DESCRIPTOR waker;
+    waker.reset(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     IPC_PROCESS process;
     std::string error;
     if (!ipc_split_command(request.command, &start_request.words, &error) || !process.start(start_request, &error))
         return fail(make_exit_code(EXIT_STATUS_NOT_STARTED), error);
     {
-        const GROUP_REGISTRATION registration(m_impl, process.get_group(), wake_descriptor.get());
-        watch(process, request, wake_descriptor.get());
+        const GROUP_REGISTRATION registration(m_impl, process.get_group(), waker.get());
+        watch(process, request, waker.get());
         hand_on_last_line();
     }
     m_code = static_cast<THR_PROCESS_EXIT_CODE>(static_cast<unsigned>(process.reap()));
@@ -361,13 +361,13 @@ private:
     CLOCK::time_point m_next_group_check{};
 };
 
-void IPC_COMMAND::IMPL::TURN::watch(IPC_PROCESS& process, const REQUEST& request, int wake_descriptor)
+void IPC_COMMAND::IMPL::TURN::watch(IPC_PROCESS& process, const REQUEST& request, int waker)
 {
     std::vector<char> buffer(READ_SIZE);
     END_WATCH end(m_impl, process);
     while (!end.is_over(is_terminated()))
     {
-        process.wait_for_event(end.get_timeout(), wake_descriptor);
+        process.wait_for_event(end.get_timeout(), waker);
         process.write_input(request.input);
         const std::size_t count = process.read_output(buffer.data(), buffer.size());
         hand_on(buffer.data(), count, request.keep_output);
