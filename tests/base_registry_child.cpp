@@ -70,7 +70,7 @@ int collect_values(const ARGUMENTS& arguments)
     if (end == "loop")
     {
         // Behind what the registry itself has put into the event loop.
-        QTimer::singleShot(0, [] { ::_exit(0); });
+        QTimer::singleShot(0, QCoreApplication::instance(), [] { ::_exit(0); });
         QCoreApplication::exec();
     }
     return 0;

@@ -173,7 +173,7 @@ TEST(registry_damage, a_file_with_a_line_that_is_none_of_ours_is_set_aside)
     for (const char* middle :
          {"noise\n", "Color_version=@int(11)\n", "[52\n", "[]\n", "[52//x]\n", "[52]\n%4=1\n", "[52]\n%u12=1\n",
           "[52]\n=1\n", "[52%]\n", "[52]\nx=\x01\n", "[52]\nx=1\r\n", "[52]\nx=\xff\n", "[52]\nx=\xc3\n", "[52]\nx=1"})
-        expect_set_aside(first + middle + last);
+        expect_set_aside(std::string(first).append(middle).append(last));
     expect_set_aside(first + std::string("[52]\nx=\0\n", 9) + last);
     expect_set_aside(first + last + last.substr(0, last.size() - 1));
     expect_set_aside("\xef\xbb\xbf" + first + last);
@@ -202,7 +202,7 @@ TEST(registry_damage, noise_is_set_aside)
 TEST(registry_damage, fifty_megabytes_of_noise_are_set_aside)
 {
     std::mt19937 random(7);
-    std::string noise(50 * 1024 * 1024, ' ');
+    std::string noise(std::size_t{50} * 1024 * 1024, ' ');
     for (size_t i = 0; i < noise.size(); i += 4)
     {
         const auto word = random();
@@ -324,9 +324,9 @@ TEST(registry_damage, a_store_that_is_damaged_while_the_process_runs_gets_its_va
     EXPECT_TRUE(key.set_value("new", 2));
     CFGQ_REGISTRY::close();
     EXPECT_EQ((QStringList{"new", "old"}), key.get_value_names());
-    ASSERT_EQ(1, damaged_files().size());
-    EXPECT_EQ("noise", TEST_ENVIRONMENT::read_file(TEST_ENVIRONMENT::get_folder() + "/" +
-                                                   damaged_files().front().toStdString()));
+    const QStringList files = damaged_files();
+    ASSERT_EQ(1, files.size());
+    EXPECT_EQ("noise", TEST_ENVIRONMENT::read_file(TEST_ENVIRONMENT::get_folder() + "/" + files.front().toStdString()));
 }
 
 TEST(registry_damage, a_store_that_is_deleted_while_the_process_runs_is_empty)
