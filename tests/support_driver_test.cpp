@@ -376,7 +376,7 @@ TEST_F(SUPPORT_DRIVER_TEST, positions_of_a_drawing_are_mapped)
 TEST_F(SUPPORT_DRIVER_TEST, waiting_ends_when_the_condition_holds)
 {
     bool done = false;
-    QTimer::singleShot(20, [&] { done = true; });
+    QTimer::singleShot(20, qApp, [&] { done = true; });
     EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return done; }));
 }
 

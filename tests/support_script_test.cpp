@@ -123,7 +123,7 @@ TEST_F(SUPPORT_SCRIPT_TEST, a_step_is_not_broken_into_by_the_next_one)
 TEST_F(SUPPORT_SCRIPT_TEST, a_step_can_wait_for_a_condition)
 {
     bool done = false;
-    QTimer::singleShot(20, [&] { done = true; });
+    QTimer::singleShot(20, qApp, [&] { done = true; });
     INPUT_SCRIPT script;
     script.wait_until([&] { return done; }).then([&] { EXPECT_TRUE(done); });
     EXPECT_TRUE(script.run());
@@ -228,7 +228,7 @@ TEST_F(SUPPORT_SCRIPT_TEST, a_menu_is_answered_by_the_text_of_an_action)
     answer_next_menu(QStringLiteral("Cut & Paste"));
     EXPECT_EQ(cut, menu.exec(QPoint(150, 150)));
     answer_next_menu(QStringLiteral("Open..."));
-    EXPECT_EQ(menu.actions().first(), menu.exec(QPoint(150, 150)));
+    EXPECT_EQ(menu.actions().constFirst(), menu.exec(QPoint(150, 150)));
 }
 
 TEST_F(SUPPORT_SCRIPT_TEST, a_menu_below_a_menu_is_answered_by_a_second_answer)
