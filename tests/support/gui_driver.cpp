@@ -224,7 +224,7 @@ QString get_obstacle(const QWidget* widget)
 
 QString get_obstacle(const QWidget* widget, const QPoint& position)
 {
-    const QString obstacle = get_obstacle(widget);
+    QString obstacle = get_obstacle(widget);
     if (!obstacle.isEmpty())
         return obstacle;
     const QWidget* const window = widget->window();
