@@ -28,15 +28,27 @@ bool is_unsafe(const QString& text, int i)
            category == QChar::Separator_Paragraph;
 }
 
+bool must_escape(const QString& text, int i, QLatin1String special)
+{
+    const QChar c = text.at(i);
+    return c == QLatin1Char('%') || is_unsafe(text, i) || special.contains(c);
+}
+
 QString escape(const QString& text, const char* more)
 {
     const QLatin1String special(more);
-    QString result;
+    int unchanged = 0;
+    while (unchanged < text.size() && !must_escape(text, unchanged, special))
+        ++unchanged;
+    if (unchanged == text.size())
+        return text;
+
+    QString result = text.left(unchanged);
     result.reserve(text.size() + 8);
-    for (int i = 0; i < text.size(); ++i)
+    for (int i = unchanged; i < text.size(); ++i)
     {
         const QChar c = text.at(i);
-        if (c != QLatin1Char('%') && !special.contains(c) && !is_unsafe(text, i))
+        if (!must_escape(text, i, special))
             result += c;
         else if (c.unicode() < 0x80)
             result += QLatin1Char('%') + QString::number(c.unicode(), 16).rightJustified(2, QLatin1Char('0')).toUpper();
@@ -49,6 +61,11 @@ QString escape(const QString& text, const char* more)
 
 bool unescape(const QString& text, QString* result)
 {
+    if (!text.contains(QLatin1Char('%')))
+    {
+        *result = text;
+        return true;
+    }
     result->clear();
     result->reserve(text.size());
     for (int i = 0; i < text.size(); ++i)
@@ -152,17 +169,17 @@ bool normalise_folder(const QString& text, QString* folder)
     return true;
 }
 
-bool read_line(const QString& line, QString* folder, QSettings::SettingsMap* map)
+bool read_line(const QStringRef& line, QString* folder, std::vector<CFGQ_REGISTRY_FORMAT::ROW>* rows)
 {
     if (line.startsWith(QLatin1Char('#')) || line.startsWith(QLatin1Char(';')))
         return true;
     if (line.startsWith(QLatin1Char('[')))
-        return line.endsWith(QLatin1Char(']')) && normalise_folder(line.mid(1, line.size() - 2), folder);
+        return line.endsWith(QLatin1Char(']')) && normalise_folder(line.mid(1, line.size() - 2).toString(), folder);
     const int equals = line.indexOf(QLatin1Char('='));
     QString name;
-    if (equals < 0 || folder->isEmpty() || !CFGQ_REGISTRY_FORMAT::unescape_name(line.left(equals), &name))
+    if (equals < 0 || folder->isEmpty() || !CFGQ_REGISTRY_FORMAT::unescape_name(line.left(equals).toString(), &name))
         return false;
-    map->insert(CFGQ_REGISTRY_FORMAT::make_key(*folder, name), line.mid(equals + 1));
+    rows->push_back({*folder, name, line.mid(equals + 1).toString()});
     return true;
 }
 } // namespace
@@ -259,18 +276,29 @@ bool CFGQ_REGISTRY_FORMAT::decode(const QString& text, QVariant* value)
     return ok;
 }
 
-bool CFGQ_REGISTRY_FORMAT::read(QIODevice& device, QSettings::SettingsMap& map)
+bool CFGQ_REGISTRY_FORMAT::read_rows(QIODevice& device, std::vector<ROW>* rows)
 {
     QVector<QStringRef> lines;
     QString text;
     if (!read_lines(device, &lines, &text))
         return false;
+    rows->reserve(size_t(lines.size()));
     QString folder;
     for (const QStringRef& line : qAsConst(lines))
     {
-        if (!read_line(line.toString(), &folder, &map))
+        if (!read_line(line, &folder, rows))
             return false;
     }
+    return true;
+}
+
+bool CFGQ_REGISTRY_FORMAT::read(QIODevice& device, QSettings::SettingsMap& map)
+{
+    std::vector<ROW> rows;
+    if (!read_rows(device, &rows))
+        return false;
+    for (const ROW& row : rows)
+        map.insert(make_key(row.folder, row.name), row.text);
     return true;
 }
 

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <vector>
+
 /// How the store of user settings looks on the disk: UTF-8 text in the manner of an INI file.
 ///
 ///     # Norvane user settings. The last line tells that the file is whole: keep it.
@@ -42,7 +44,19 @@ bool encode(const QVariant& value, QString* text);
 /// Takes encode() back; false where the text is not of that form or its type is not known in this process.
 bool decode(const QString& text, QVariant* value);
 
-/// Reads a store from the start of an open device. False where it is damaged; `map` is then of no use.
+/// One value as a store has it.
+struct ROW
+{
+    QString folder; ///< a list of escaped names divided by "/"
+    QString name;
+    QString text; ///< as encode() writes it
+};
+
+/// Reads a store from the start of an open device, the rows in the order of the file: of two rows for the same value
+/// the later one counts. False where the store is damaged; `rows` is then of no use.
+bool read_rows(QIODevice& device, std::vector<ROW>* rows);
+
+/// The same for QSettings.
 bool read(QIODevice& device, QSettings::SettingsMap& map);
 
 /// Writes a store.

@@ -2,14 +2,17 @@
 
 #include "cfgq_registry_format_p.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
+#include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace
@@ -45,6 +48,25 @@ bool parse_line(const QByteArray& line, CFGQ_REGISTRY_CHANGES* changes)
         return false;
     changes->insert(key, {is_removal, is_removal ? QString() : text.mid(tab + 1)});
     return true;
+}
+
+/// The journals beside a store, by name. Every start of a tool looks for them, and the folder can hold many other files.
+QStringList get_journal_paths(const QString& store_path)
+{
+    const QFileInfo store(store_path);
+    const QByteArray start = QFile::encodeName(store.fileName() + QLatin1String(SUFFIX));
+    const QByteArray folder = QFile::encodeName(store.path());
+    QStringList paths;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder.constData(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+    {
+        const std::string name = entry->path().filename().string();
+        if (name.compare(0, size_t(start.size()), start.constData()) == 0)
+            paths << store.path() + QLatin1Char('/') + QFile::decodeName(name.c_str());
+    }
+    paths.sort();
+    return paths;
 }
 } // namespace
 
@@ -145,14 +167,8 @@ const QString& CFGQ_REGISTRY_JOURNAL::ORPHAN::get_path() const
 std::vector<CFGQ_REGISTRY_JOURNAL::ORPHAN> CFGQ_REGISTRY_JOURNAL::take_orphans(const QString& store_path)
 {
     std::vector<ORPHAN> orphans;
-    const QFileInfo store(store_path);
-    const QString start = store.fileName() + QLatin1String(SUFFIX);
-    const QStringList names = QDir(store.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    for (const QString& name : names)
+    for (const QString& path : get_journal_paths(store_path))
     {
-        if (!name.startsWith(start))
-            continue;
-        const QString path = store.path() + QLatin1Char('/') + name;
         const int descriptor =
             ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
         if (descriptor < 0)

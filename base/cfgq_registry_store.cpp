@@ -1,12 +1,12 @@
 #include "cfgq_registry_store_p.h"
 
 #include "cfgq_registry.h"
-#include "cfgq_registry_format_p.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
@@ -95,13 +95,13 @@ enum FILE_STATE
 };
 
 /// Reads a store. Opens nothing but plain files: the open call of a pipe would never return.
-FILE_STATE look_at(const QString& path, QSettings::SettingsMap* map)
+FILE_STATE look_at(const QString& path, std::vector<CFGQ_REGISTRY_FORMAT::ROW>* rows)
 {
     struct stat status;
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return errno == ENOENT || errno == ENOTDIR ? FILE_STATE_MISSING : FILE_STATE_DAMAGED;
     QFile file(path);
-    if (!S_ISREG(status.st_mode) || !file.open(QIODevice::ReadOnly) || !CFGQ_REGISTRY_FORMAT::read(file, *map))
+    if (!S_ISREG(status.st_mode) || !file.open(QIODevice::ReadOnly) || !CFGQ_REGISTRY_FORMAT::read_rows(file, rows))
         return FILE_STATE_DAMAGED;
     return FILE_STATE_WHOLE;
 }
@@ -300,9 +300,9 @@ bool CFGQ_REGISTRY_STORE::flush()
 /// What can be done without the lock, for instance in a folder that is not ours: saving is atomic, so reading is safe.
 bool CFGQ_REGISTRY_STORE::read_only()
 {
-    QSettings::SettingsMap map;
-    if (look_at(m_path, &map) == FILE_STATE_WHOLE)
-        load(map);
+    std::vector<CFGQ_REGISTRY_FORMAT::ROW> rows;
+    if (look_at(m_path, &rows) == FILE_STATE_WHOLE)
+        load(rows);
     return m_pending.isEmpty();
 }
 
@@ -312,7 +312,8 @@ bool CFGQ_REGISTRY_STORE::run_transaction()
 {
     CFGQ_REGISTRY_CHANGES changes;
     const qint64 old_time = get_change_time(m_path);
-    if (!prepare_file(&changes))
+    std::vector<CFGQ_REGISTRY_FORMAT::ROW> rows;
+    if (!prepare_file(&changes, &rows))
         return m_pending.isEmpty();
 
     const std::vector<CFGQ_REGISTRY_JOURNAL::ORPHAN> orphans = CFGQ_REGISTRY_JOURNAL::take_orphans(m_path);
@@ -324,7 +325,9 @@ bool CFGQ_REGISTRY_STORE::run_transaction()
     }
     for (auto i = m_pending.constBegin(); i != m_pending.constEnd(); ++i)
         changes.insert(i.key(), i.value());
-    if (!write_and_load(changes))
+    if (changes.isEmpty())
+        load(rows);
+    else if (!write_and_load(changes))
         return m_pending.isEmpty();
 
     make_newer_than(m_path, old_time);
@@ -339,15 +342,14 @@ bool CFGQ_REGISTRY_STORE::run_transaction()
 }
 
 /// Moves a damaged file out of the way. `*changes` gets what the new file has to hold from the start: all that this
-/// process knows, and the layout, so that no older settings are taken for the ones that went. False where the file
-/// cannot be moved.
-bool CFGQ_REGISTRY_STORE::prepare_file(CFGQ_REGISTRY_CHANGES* changes)
+/// process knows, and the layout, so that no older settings are taken for the ones that went. `*rows` gets the content
+/// of a whole one. False where the file cannot be moved.
+bool CFGQ_REGISTRY_STORE::prepare_file(CFGQ_REGISTRY_CHANGES* changes, std::vector<CFGQ_REGISTRY_FORMAT::ROW>* rows)
 {
     // Left by a process that died in its transaction; nobody is in one now.
     QFile::remove(m_path + QLatin1String(".lock"));
 
-    QSettings::SettingsMap ignored;
-    if (look_at(m_path, &ignored) != FILE_STATE_DAMAGED)
+    if (look_at(m_path, rows) != FILE_STATE_DAMAGED)
         return true;
     const QString target = set_aside(m_path);
     if (target.isEmpty())
@@ -377,30 +379,38 @@ bool CFGQ_REGISTRY_STORE::write_and_load(const CFGQ_REGISTRY_CHANGES& changes)
         settings.setValue(get_layout_key(), make_layout_change().text);
     settings.sync();
 
-    QSettings::SettingsMap map;
+    std::vector<CFGQ_REGISTRY_FORMAT::ROW> rows;
     for (const QString& key : settings.allKeys())
-        map.insert(key, settings.value(key));
-    load(map);
+    {
+        CFGQ_REGISTRY_FORMAT::ROW row;
+        if (!CFGQ_REGISTRY_FORMAT::split_key(key, &row.folder, &row.name))
+            continue;
+        row.text = settings.value(key).toString();
+        rows.push_back(row);
+    }
+    load(rows);
     return settings.status() == QSettings::NoError;
 }
 
 /// Takes over the content of the file. What this process knows beyond it (values that are pending, values that no file
 /// can hold) stays in force.
-void CFGQ_REGISTRY_STORE::load(const QSettings::SettingsMap& map)
+void CFGQ_REGISTRY_STORE::load(const std::vector<CFGQ_REGISTRY_FORMAT::ROW>& rows)
 {
     QHash<QString, QHash<QString, VALUE>> old_folders;
     for (auto& [path, folder] : m_folders)
         old_folders[path].swap(folder.values);
-    for (auto i = map.constBegin(); i != map.constEnd(); ++i)
+    FOLDER* folder = nullptr;
+    QHash<QString, VALUE> old_values;
+    for (const CFGQ_REGISTRY_FORMAT::ROW& row : rows)
     {
-        QString path;
-        QString name;
-        if (!CFGQ_REGISTRY_FORMAT::split_key(i.key(), &path, &name))
-            continue;
-        const VALUE old_value = old_folders.value(path).value(name);
-        const QString text = i.value().toString();
-        get_folder(path)->values[name] =
-            old_value.text == text ? old_value : VALUE{VALUE::STATE_TEXT, text, QVariant()};
+        if (folder == nullptr || folder->path != row.folder)
+        {
+            folder = get_folder(row.folder);
+            old_values = old_folders.value(row.folder);
+        }
+        const auto old_value = old_values.constFind(row.name);
+        const bool is_known = old_value != old_values.constEnd() && old_value->text == row.text;
+        folder->values[row.name] = is_known ? *old_value : VALUE{VALUE::STATE_TEXT, row.text, QVariant()};
     }
     for (auto i = old_folders.constBegin(); i != old_folders.constEnd(); ++i)
     {

@@ -1,17 +1,18 @@
 #pragma once
 
+#include "cfgq_registry_format_p.h"
 #include "cfgq_registry_journal_p.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QPointer>
-#include <QSettings>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 
 #include <map>
+#include <vector>
 
 /// The user's store of settings as this process sees it: every value of the file in memory, and the changes that the
 /// file does not hold yet.
@@ -71,9 +72,9 @@ private:
     void schedule();
     bool read_only();
     bool run_transaction();
-    bool prepare_file(CFGQ_REGISTRY_CHANGES* changes);
+    bool prepare_file(CFGQ_REGISTRY_CHANGES* changes, std::vector<CFGQ_REGISTRY_FORMAT::ROW>* rows);
     bool write_and_load(const CFGQ_REGISTRY_CHANGES& changes);
-    void load(const QSettings::SettingsMap& map);
+    void load(const std::vector<CFGQ_REGISTRY_FORMAT::ROW>& rows);
     void apply_pending();
     CFGQ_REGISTRY_CHANGES get_all_values() const;
     bool import_flat_layout(const QString& path);

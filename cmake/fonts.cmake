@@ -32,7 +32,7 @@ string(APPEND font_collection "</qresource></RCC>\n")
 file(CONFIGURE OUTPUT ${font_folder}/tolv_fonts.qrc CONTENT "${font_collection}")
 
 file(GLOB font_sources ${TOLV_OPEN_SANS_FOLDER}/OpenSans-*.ttf)
-# They stand in the resource collection as they are: most are packed already, and the others open faster so.
+# They stand in the resource collection as they are, unpacked, because each of them is read when a tool starts.
 add_custom_command(OUTPUT ${font_files}
   COMMAND ${TOLV_FONT_PYTHON} ${CMAKE_SOURCE_DIR}/tools/make_fonts.py ${TOLV_OPEN_SANS_FOLDER} ${font_folder}
   DEPENDS ${CMAKE_SOURCE_DIR}/tools/make_fonts.py ${font_sources}

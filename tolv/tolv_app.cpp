@@ -166,13 +166,20 @@ TOLV_APP* tolv_get_app()
 
 void tolv_load_fonts_from_resources()
 {
+    // Sets Qt's font database up: set up after the first font of ours, it would be thrown away and set up again.
+    const QFontDatabase database;
     for (const char* name : {"KorvexClear_Bd.ttf", "KorvexClear_BdIt.ttf", "KorvexClear_It.ttf", "KorvexClear_Rg.ttf",
                              "korvex-clear-headline.woff", "korvex-clear-latin-bold.woff",
                              "korvex-clear-latin-lite.woff", "korvex-clear-latin.woff"})
     {
-        QFile file(QStringLiteral(":/fonts/") + QLatin1String(name));
-        if (file.open(QIODevice::ReadOnly))
-            QFontDatabase::addApplicationFontFromData(file.readAll());
+        // Open as long as the application lives: the font stands on the bytes in the library, not on a copy of them.
+        auto* const file = new QFile(QStringLiteral(":/fonts/") + QLatin1String(name), QCoreApplication::instance());
+        if (!file->open(QIODevice::ReadOnly))
+            continue;
+        const uchar* const bytes = file->map(0, file->size());
+        QFontDatabase::addApplicationFontFromData(
+            bytes != nullptr ? QByteArray::fromRawData(reinterpret_cast<const char*>(bytes), int(file->size()))
+                             : file->readAll());
     }
 }
 
