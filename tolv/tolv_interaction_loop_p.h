@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QEventLoop>
+#include <QPointer>
+#include <QWidget>
+
+/// The nested event loop of one mouse interaction: a rectangle track, a gesture, a zoom drag, the magnifying glass. The
+/// interaction is an event filter on a widget and ends the loop by exit().
+///
+/// The loop also ends when the widget goes away in the middle: hidden, by itself or with its window, or deleted. It sees
+/// this before the filter does, so that a filter that consumes all events cannot hold it up. From then on, as after
+/// exit(), isRunning() is false although run() may not have returned yet, and the filter has to let events pass.
+class TOLV_INTERACTION_LOOP : public QEventLoop
+{
+    Q_OBJECT
+
+public:
+    /// Neither is owned, and both may be deleted while the loop runs.
+    TOLV_INTERACTION_LOOP(QWidget* widget, QObject* filter);
+
+    /// Installs the filter, runs until the end and removes the filter. True where the interaction ended the loop, false
+    /// where the widget went away.
+    bool run();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QPointer<QWidget> m_widget;
+    QPointer<QObject> m_filter;
+    bool m_is_broken = false;
+};
