@@ -1,0 +1,123 @@
+#include "tolv_main_window.h"
+
+#include "tolv_check.h"
+#include "tolv_dock_widget_button_bar.h"
+#include "tolv_global.h"
+#include "tolv_help_dyn.h"
+#include "tolv_mem.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+TOLV_MEM_INITIALIZER();
+
+namespace
+{
+constexpr Qt::ToolBarArea SIDES[] = {Qt::LeftToolBarArea, Qt::RightToolBarArea, Qt::TopToolBarArea,
+                                     Qt::BottomToolBarArea};
+
+/// The name under which QMainWindow::saveState() keeps a side bar.
+QString get_bar_name(Qt::ToolBarArea area)
+{
+    return QStringLiteral("tolv_button_bar_%1").arg(static_cast<int>(area));
+}
+
+QString remove_mnemonics(QString text)
+{
+    return text.remove(QLatin1Char('&'));
+}
+
+QString get_menu_topic(const QMenu& menu)
+{
+    const QAction* const action = menu.activeAction();
+    return action != nullptr ? action->text() : menu.title();
+}
+
+/// The first accessible name on the way up; empty where there is none.
+QString get_topic_above(const QObject* object)
+{
+    for (; object != nullptr; object = object->parent())
+    {
+        const auto* const widget = qobject_cast<const QWidget*>(object);
+        if (widget != nullptr && !widget->accessibleName().isEmpty())
+            return widget->accessibleName();
+    }
+    return QString();
+}
+
+void show_help(const QString& topic)
+{
+    help_dyn_show_context(topic.toLocal8Bit().toStdString());
+}
+} // namespace
+
+TOLV_MAIN_WINDOW::TOLV_MAIN_WINDOW(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
+{
+    setDockNestingEnabled(true);
+    for (const Qt::ToolBarArea area : SIDES)
+        add_button_bar(area);
+    setStyleSheet(QStringLiteral("QMainWindow::separator:hover { background: darkgray; }"));
+
+    auto* const help_action = new QAction(QStringLiteral("F1 Help"), this);
+    help_action->setShortcut(QKeySequence(QStringLiteral("F1")));
+    help_action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(help_action);
+    TOLV_SAFE_CONNECT(help_action, SIGNAL(triggered()), this, SLOT(f1_help()));
+}
+
+TOLV_MAIN_WINDOW::~TOLV_MAIN_WINDOW() = default;
+
+QAction* TOLV_MAIN_WINDOW::get_main_menu_action(const QString& name) const
+{
+    // menuBar() would make one where there is none.
+    const auto* const bar = qobject_cast<const QMenuBar*>(menuWidget());
+    return bar != nullptr ? find_main_menu_action(remove_mnemonics(name), bar->actions()) : nullptr;
+}
+
+QAction* TOLV_MAIN_WINDOW::find_main_menu_action(const QString& name, const QList<QAction*>& actions) const
+{
+    for (QAction* a : actions)
+    {
+        TOLV_CHECK_TEXT(a != nullptr, "a != NULL");
+        if (a == nullptr)
+            continue;
+        if (a->menu() != nullptr)
+        {
+            if (QAction* const found = find_main_menu_action(name, a->menu()->actions()); found != nullptr)
+                return found;
+        }
+        else if (!a->text().isEmpty() && remove_mnemonics(a->text()) == name)
+        {
+            return a;
+        }
+    }
+    return nullptr;
+}
+
+void TOLV_MAIN_WINDOW::add_button_bar(Qt::ToolBarArea area)
+{
+    auto* const bar = new TOLV_DOCK_WIDGET_BUTTON_BAR(area, this);
+    bar->setObjectName(get_bar_name(area));
+    addToolBar(area, bar);
+    m_button_bars[area] = bar;
+    bar->hide();
+}
+
+void TOLV_MAIN_WINDOW::update_actions()
+{
+}
+
+void TOLV_MAIN_WINDOW::f1_help()
+{
+    QWidget* widget = QApplication::activePopupWidget();
+    if (const auto* const menu = qobject_cast<const QMenu*>(widget); menu != nullptr)
+    {
+        show_help(get_menu_topic(*menu));
+        return;
+    }
+    if (widget == nullptr)
+        widget = QApplication::focusWidget();
+    show_help(get_topic_above(widget));
+}
