@@ -17,7 +17,9 @@ TOLV_EXPORT void tolv_startup_QtMsgHandler(QtMsgType type, const QMessageLogCont
 /// ("qDebug", "qWarning", "qCritical", "qFatal", all else "qUnknown"), and, but for a build delivered to customers, a
 /// line on the debugger's output and on standard error: "qWarning: text", or with the switch "qt_msg_with_source" also
 /// on "qWarning (file:line): text". If the environment variable `KORVEX_QT_DEBUG_BREAK_ON_QT_MSG` is set, the debugger
-/// is entered at each such line. The switches are read once, at the first message.
+/// is entered at each such line. With "qt_msg_wnd" on as well, the first such message of the GUI thread behind the making
+/// of the application's main window opens a window that shows it and all that follow, of all threads. It goes with the
+/// main window; closing it only hides it. The switches are read once, at the first message.
 ///
 /// A fatal message ends as an internal error, whatever the switches say.
 TOLV_EXPORT void tolv_QtMsgHandler(QtMsgType type, const QMessageLogContext& context, const QString& message);
