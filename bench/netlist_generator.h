@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -50,7 +51,51 @@ public:
         return text + "}}";
     }
 
+    /// A placed and routed top "chip" as nextpnr writes it: `side` by `side` tiles with eight cells each, and for each
+    /// cell one net of `pips` pips that goes from its tile to tiles near by.
+    static std::string make_placed(int side, int pips)
+    {
+        std::string cells;
+        std::string nets;
+        for (int i = 0; i < side * side * 8; ++i)
+        {
+            const int x = i / 8 % side;
+            const int y = i / 8 / side;
+            const std::string number = std::to_string(i);
+            const std::string comma = i == 0 ? "" : ",";
+            cells += comma + "\"u_" + std::to_string(x * 5 / side) + ".c" + number +
+                     R"(":{"type":"ICESTORM_LC","attributes":{"NEXTPNR_BEL":"X)" + std::to_string(x) + "/Y" +
+                     std::to_string(y) + "/lc" + std::to_string(i % 8) + R"("},"connections":{"O":[)" +
+                     std::to_string(i + 2) + "]}}";
+            nets += comma + "\"n" + number + R"(":{"bits":[)" + std::to_string(i + 2) +
+                    R"(],"attributes":{"ROUTING":")" + make_route(i, x, y, side, pips) + "\"}}";
+        }
+        return R"({"creator":"nextpnr","modules":{"chip":{"attributes":{"top":"1"},"cells":{)" + cells +
+               R"(},"netnames":{)" + nets + "}}}}";
+    }
+
 private:
+    static std::string make_route(int i, int x, int y, int side, int pips)
+    {
+        const auto name = [](int column, int row) { return "X" + std::to_string(column) + "/Y" + std::to_string(row); };
+        std::string source = std::to_string(x) + "." + std::to_string(y) + ".lutff_" + std::to_string(i % 8) + ":out";
+        std::string route = name(x, y) + "/lutff_" + std::to_string(i % 8) + ":out;;1";
+        unsigned int state = unsigned(i) * 2654435761u + 1;
+        for (int pip = 0; pip < pips; ++pip)
+        {
+            state = state * 1664525u + 1013904223u;
+            const int step = int(state >> 28) % 5 - 2;
+            int& moved = (state >> 24 & 1) != 0 ? x : y;
+            moved = std::min(std::max(moved + step, 0), side - 1);
+            const std::string wire = "sp4_h_r_" + std::to_string(state >> 16 & 63);
+            const std::string target = std::to_string(x) + "." + std::to_string(y) + "." + wire;
+            route.append(";").append(name(x, y)).append("/").append(wire).append(";").append(name(x, y)).append("/");
+            route.append(source).append(".->.").append(target).append(";1");
+            source = target;
+        }
+        return route;
+    }
+
     static void add_cell(std::string& text, std::size_t i)
     {
         const std::string number = std::to_string(i);
