@@ -1,6 +1,9 @@
 #include "tolv_dock_widget_button_bar.h"
 
+#include "tolv_dock_widget_button.h"
 #include "tolv_mem.h"
+
+#include <QAction>
 
 TOLV_MEM_INITIALIZER();
 
@@ -32,3 +35,24 @@ TOLV_DOCK_WIDGET_BUTTON_BAR::TOLV_DOCK_WIDGET_BUTTON_BAR(Qt::ToolBarArea area, Q
 }
 
 TOLV_DOCK_WIDGET_BUTTON_BAR::~TOLV_DOCK_WIDGET_BUTTON_BAR() = default;
+
+void TOLV_DOCK_WIDGET_BUTTON_BAR::add_button(TOLV_DOCK_WIDGET_BUTTON* button)
+{
+    if (button == nullptr)
+        return;
+    QAction* const action = addWidget(button);
+    m_buttons[button] = action;
+    action->setVisible(true);
+    if (!isVisible())
+        show();
+}
+
+void TOLV_DOCK_WIDGET_BUTTON_BAR::remove_button(TOLV_DOCK_WIDGET_BUTTON* button)
+{
+    if (button == nullptr)
+        return;
+    removeAction(m_buttons.take(button));
+    button->setParent(nullptr);
+    if (m_buttons.isEmpty())
+        hide();
+}
