@@ -5,6 +5,7 @@
 #include "tolv_global.h"
 #include "tolv_help_dyn.h"
 #include "tolv_mem.h"
+#include "tolv_tree_view.h"
 
 #include <QAction>
 #include <QApplication>
@@ -119,5 +120,7 @@ void TOLV_MAIN_WINDOW::f1_help()
     }
     if (widget == nullptr)
         widget = QApplication::focusWidget();
+    if (auto* const tree = qobject_cast<TOLV_TREE_VIEW*>(widget); tree != nullptr && tree->handle_f1_help())
+        return;
     show_help(get_topic_above(widget));
 }

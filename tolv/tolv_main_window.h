@@ -52,7 +52,7 @@ public slots:
     virtual void update_actions();
     /// Opens the help. The topic is, of an open menu, the text of the active action as it stands, or else its title; of
     /// any other popup, or else of the focus widget, the first accessible name on the way from it to its outermost
-    /// parent; otherwise it is empty.
+    /// parent; otherwise it is empty. A TOLV_TREE_VIEW with the focus may show its own help instead.
     void f1_help();
 
 private:
