@@ -160,6 +160,15 @@ TEST_F(TOLV_MAIN_WINDOW_TEST, hosts_override_the_update_of_actions)
     EXPECT_EQ(1, m_window->m_update_count);
 }
 
+TEST_F(TOLV_MAIN_WINDOW_TEST, a_window_has_one_manager_of_docks)
+{
+    TOLV_DOCK_MGR* const manager = m_window->get_dock_mgr();
+    EXPECT_NE(nullptr, manager);
+    EXPECT_EQ(manager, m_window->get_dock_mgr());
+    HOST_WINDOW other;
+    EXPECT_NE(manager, other.get_dock_mgr());
+}
+
 TEST_F(TOLV_MAIN_WINDOW_TEST, a_layout_with_the_side_bars_can_be_saved_and_restored)
 {
     m_window->m_button_bars.value(Qt::LeftToolBarArea)->show();

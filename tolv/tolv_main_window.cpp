@@ -1,6 +1,7 @@
 #include "tolv_main_window.h"
 
 #include "tolv_check.h"
+#include "tolv_dock_mgr.h"
 #include "tolv_dock_widget_button_bar.h"
 #include "tolv_global.h"
 #include "tolv_help_dyn.h"
@@ -68,7 +69,17 @@ TOLV_MAIN_WINDOW::TOLV_MAIN_WINDOW(QWidget* parent, Qt::WindowFlags flags) : QMa
     TOLV_SAFE_CONNECT(help_action, SIGNAL(triggered()), this, SLOT(f1_help()));
 }
 
-TOLV_MAIN_WINDOW::~TOLV_MAIN_WINDOW() = default;
+TOLV_MAIN_WINDOW::~TOLV_MAIN_WINDOW()
+{
+    delete m_dock_mgr;
+}
+
+TOLV_DOCK_MGR* TOLV_MAIN_WINDOW::get_dock_mgr()
+{
+    if (m_dock_mgr == nullptr)
+        m_dock_mgr = new TOLV_DOCK_MGR;
+    return m_dock_mgr;
+}
 
 QAction* TOLV_MAIN_WINDOW::get_main_menu_action(const QString& name) const
 {
