@@ -5,7 +5,9 @@
 
 #include <QAction>
 #include <QKeySequence>
+#include <QLineEdit>
 #include <QMainWindow>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -229,6 +231,7 @@ TEST_F(TOLV_CREATE_ACTION_TEST, no_command_gives_a_bare_action_without_a_report)
 TEST_F(TOLV_CREATE_ACTION_TEST, each_key_triggers_its_own_command_alone)
 {
     QMainWindow window;
+    window.setFocusPolicy(Qt::StrongFocus); // some keys are for the widget with the focus
     TRIGGER_RECORDER recorder;
     std::vector<QAction*> actions;
     for (int value = 1; value <= TOLV_ACTION_COUNT; ++value)
@@ -252,6 +255,49 @@ TEST_F(TOLV_CREATE_ACTION_TEST, each_key_triggers_its_own_command_alone)
         EXPECT_EQ(std::vector<QAction*>{action}, recorder.m_actions)
             << qPrintable(action->text()) << ": " << qPrintable(action->shortcut().toString());
     }
+}
+
+TEST_F(TOLV_CREATE_ACTION_TEST, f1_is_the_window_s_though_its_menus_show_the_help_of_messages)
+{
+    QMainWindow window;
+    auto* const field = new QLineEdit(&window);
+    window.setCentralWidget(field);
+    QAction* const message_help = tolv_create_action(TOLV_HELP_ACTION, &window);
+    window.menuBar()->addMenu(QStringLiteral("&Messages"))->addAction(message_help);
+    auto* const window_help = new QAction(QStringLiteral("F1 Help"), &window);
+    window_help->setShortcut(QKeySequence(QStringLiteral("F1")));
+    window_help->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    window.addAction(window_help);
+    TRIGGER_RECORDER recorder;
+    TOLV_SAFE_CONNECT(message_help, SIGNAL(triggered()), &recorder, SLOT(record()));
+    TOLV_SAFE_CONNECT(window_help, SIGNAL(triggered()), &recorder, SLOT(record()));
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_F1);
+    EXPECT_EQ(std::vector<QAction*>{window_help}, recorder.m_actions);
+}
+
+TEST_F(TOLV_CREATE_ACTION_TEST, f1_is_the_help_of_messages_in_the_widget_that_has_the_action)
+{
+    QWidget window;
+    QWidget list(&window);
+    QLineEdit field(&list);
+    QLineEdit elsewhere(&window);
+    QAction* const message_help = tolv_create_action(TOLV_HELP_ACTION, &list);
+    list.addAction(message_help);
+    TRIGGER_RECORDER recorder;
+    TOLV_SAFE_CONNECT(message_help, SIGNAL(triggered()), &recorder, SLOT(record()));
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    elsewhere.setFocus();
+    QTest::keyClick(&elsewhere, Qt::Key_F1);
+    EXPECT_TRUE(recorder.m_actions.empty());
+    field.setFocus();
+    QTest::keyClick(&field, Qt::Key_F1);
+    EXPECT_EQ(std::vector<QAction*>{message_help}, recorder.m_actions);
 }
 
 #include "tolv_create_action_test.moc"

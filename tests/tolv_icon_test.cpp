@@ -106,6 +106,7 @@ TEST(TOLV_ICON_TABLE_TEST, all_but_three_icons_have_one_file)
 {
     QStringList with_two_files;
     int vector_rows = 0;
+    int bitmap_files = 0;
     for (int i = 1; i <= TOLV_ICON_COUNT; ++i)
     {
         const QStringList files = tolv_get_icon_file_names(to_icon(i));
@@ -115,11 +116,19 @@ TEST(TOLV_ICON_TABLE_TEST, all_but_three_icons_have_one_file)
         else
             EXPECT_EQ(1, files.size());
         vector_rows += files[0].endsWith(QLatin1String(".svg")) ? 1 : 0;
+        for (const QString& file : files)
+        {
+            // No row mixes the two kinds, and there is no third one.
+            EXPECT_EQ(files[0].right(4), file.right(4));
+            EXPECT_TRUE(file.endsWith(QLatin1String(".svg")) || file.endsWith(QLatin1String(".png")));
+            bitmap_files += file.endsWith(QLatin1String(".png")) ? 1 : 0;
+        }
     }
     EXPECT_EQ((QStringList{QStringLiteral("TOLV_FLAT_PROJECT_OPEN_ICON"),
                            QStringLiteral("TOLV_PUSHPIN_DOCKWIDGET_ICON"), QStringLiteral("TOLV_PUSHPIN_ICON")}),
               with_two_files);
     EXPECT_EQ(702, vector_rows);
+    EXPECT_EQ(83, bitmap_files); // one row has two
 }
 
 TEST(TOLV_ICON_TABLE_TEST, the_files_of_the_pushpins_come_with_the_one_for_up_first)
@@ -278,7 +287,7 @@ TEST_F(TOLV_ICON_TEST, thirty_types_of_files_have_an_icon_of_their_own)
         {FIO_FILE_TYPE_BLIF, TOLV_NETLIST_FILE_ICON},
         {FIO_FILE_TYPE_JSON_NETLIST, TOLV_DESIGN_UNITS_JSON_ICON},
         {FIO_FILE_TYPE_PLACED_NETLIST, TOLV_DESIGN_UNITS_PLACED_ICON},
-        {FIO_FILE_TYPE_SCHEMATIC, TOLV_SCHEMATIC_ICON},
+        {FIO_FILE_TYPE_SCHEMATIC, TOLV_DESIGN_UNITS_SCHEMATIC_ICON},
         {FIO_FILE_TYPE_STATE_MACHINE, TOLV_DESIGN_UNITS_SMF_ICON},
         {FIO_FILE_TYPE_BLOCK_DIAGRAM, TOLV_DESIGN_UNITS_BDF_ICON},
         {FIO_FILE_TYPE_QUALIFIED_IP, TOLV_DESIGN_UNITS_QIP_ICON},

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QMovie>
 #include <QPainter>
+#include <QPixmapCache>
 
 #include <memory>
 
@@ -145,6 +146,21 @@ TEST_F(TOLV_IMAGES_TEST, a_cursor_has_its_bitmap_its_mask_and_its_hot_spot)
         EXPECT_NE(bitmap.toImage(), mask.toImage()) << facts.bitmap;
     }
     EXPECT_EQ(TOLV_CURSOR_COUNT, value);
+}
+
+TEST_F(TOLV_IMAGES_TEST, a_cursor_is_made_anew_each_time)
+{
+    for (int value = 1; value <= TOLV_CURSOR_COUNT; ++value)
+    {
+        const auto cursor = static_cast<TOLV_CURSOR_ENUM>(value);
+        const QCursor first = tolv_get_cursor(cursor);
+        QPixmapCache::clear(); // Qt's own, of files
+        const QCursor second = tolv_get_cursor(cursor);
+        // Cursors are equal that have the same pictures; those of the second one were read anew.
+        EXPECT_EQ(first, QCursor(first));
+        EXPECT_NE(first, second) << value;
+        EXPECT_EQ(first.bitmap(Qt::ReturnByValue).toImage(), second.bitmap(Qt::ReturnByValue).toImage());
+    }
 }
 
 TEST_F(TOLV_IMAGES_TEST, a_cursor_is_opaque_at_its_hot_spot)

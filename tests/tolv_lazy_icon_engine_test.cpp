@@ -69,6 +69,15 @@ QByteArray stream(const QIcon& icon, int version)
     return bytes;
 }
 
+/// The key of the engine, which comes first.
+QString get_streamed_key(const QByteArray& bytes)
+{
+    QDataStream in(bytes);
+    QString key;
+    in >> key;
+    return key;
+}
+
 /// A picture of one colour as a file, below the test's own folder.
 QString write_picture(const QString& name, const QColor& color, int size)
 {
@@ -183,6 +192,7 @@ TEST_F(TOLV_LAZY_ICON_ENGINE_TEST, an_icon_is_streamed_as_by_qt)
             const QByteArray bytes = stream(tolv_get_icon(row), version);
             const QByteArray stock_bytes = stream(make_stock_icon(row), version);
             EXPECT_EQ(stock_bytes.size(), bytes.size()) << row;
+            EXPECT_EQ(get_streamed_key(stock_bytes), get_streamed_key(bytes)) << row;
             QDataStream in(bytes);
             in.setVersion(version);
             QIcon copy;
@@ -192,6 +202,19 @@ TEST_F(TOLV_LAZY_ICON_ENGINE_TEST, an_icon_is_streamed_as_by_qt)
             EXPECT_EQ(tolv_get_icon(row).pixmap(32, 32).toImage(), copy.pixmap(32, 32).toImage()) << row;
         }
     }
+}
+
+TEST_F(TOLV_LAZY_ICON_ENGINE_TEST, the_key_is_that_of_qts_engine)
+{
+    const QString vector_key = get_streamed_key(stream(make_stock_icon(TOLV_COPY_ICON), QDataStream::Qt_5_0));
+    const QString bitmap_key = get_streamed_key(stream(make_stock_icon(TOLV_CHECK_ON_ICON), QDataStream::Qt_5_0));
+    ASSERT_NE(vector_key, bitmap_key);
+    TOLV_LAZY_ICON_ENGINE vector_engine;
+    vector_engine.addFile(tolv_get_icon_file_names(TOLV_COPY_ICON)[0], QSize(), QIcon::Normal, QIcon::Off);
+    EXPECT_EQ(vector_key, vector_engine.key());
+    TOLV_LAZY_ICON_ENGINE bitmap_engine;
+    bitmap_engine.addFile(tolv_get_icon_file_names(TOLV_CHECK_ON_ICON)[0], QSize(), QIcon::Normal, QIcon::Off);
+    EXPECT_EQ(bitmap_key, bitmap_engine.key());
 }
 
 TEST_F(TOLV_LAZY_ICON_ENGINE_TEST, two_files_are_not_looked_at_before_the_first_use_either)
@@ -306,5 +329,25 @@ TEST_F(TOLV_LAZY_ICON_ENGINE_DENSE_TEST, painting_uses_the_density_of_the_device
                       paint_icon(tolv_get_icon(row), size, ratio, QIcon::Normal, QIcon::Off))
                 << row << " by " << ratio;
         }
+    }
+}
+
+TEST_F(TOLV_LAZY_ICON_ENGINE_DENSE_TEST, a_file_for_dense_screens_counts_once)
+{
+    const QString plain = write_picture(QStringLiteral("plain.png"), Qt::red, 16);
+    const QString dense = write_picture(QStringLiteral("plain@2x.png"), Qt::blue, 32);
+    const QString other = write_picture(QStringLiteral("other.png"), Qt::green, 24);
+    for (const QStringList& files : {QStringList{plain, other}, QStringList{plain}, QStringList{plain, dense}})
+    {
+        QIcon icon(new TOLV_LAZY_ICON_ENGINE);
+        QIcon stock;
+        for (const QString& file : files)
+        {
+            icon.addFile(file);
+            stock.addFile(file);
+        }
+        EXPECT_EQ(stock.availableSizes(), icon.availableSizes());
+        EXPECT_EQ(stream(stock, QDataStream::Qt_5_0), stream(icon, QDataStream::Qt_5_0)) << files.size();
+        compare_pixmaps(stock, icon, nullptr);
     }
 }

@@ -37,7 +37,13 @@ constexpr ACTION_LOOK LOOKS[TOLV_ACTION_COUNT + 1] = {
 #undef TOLV_ACTION_STANDARD_CUSTOM_KEY
 #undef TOLV_ACTION_STANDARD_NO_KEY
 
-/// Sets the key of a row. Returns its portable text, for the tool tip; empty for a row without a key.
+/// Whether a row has a key. That of a standard command may be none on some platforms; it counts as one all the same.
+bool has_key(TOLV_ACTION_ENUM action)
+{
+    return LOOKS[action].standard_key != QKeySequence::UnknownKey || *tolv_get_custom_shortcut(action) != '\0';
+}
+
+/// Sets the key of a row that has one. Returns its portable text, for the tool tip.
 QString set_shortcut(QAction* result, TOLV_ACTION_ENUM action)
 {
     const QKeySequence::StandardKey standard_key = LOOKS[action].standard_key;
@@ -48,18 +54,8 @@ QString set_shortcut(QAction* result, TOLV_ACTION_ENUM action)
         return sequence.toString(QKeySequence::PortableText);
     }
     QString custom_text = QString::fromLatin1(tolv_get_custom_shortcut(action));
-    if (!custom_text.isEmpty())
-        result->setShortcut(QKeySequence(custom_text));
+    result->setShortcut(QKeySequence(custom_text));
     return custom_text;
-}
-
-/// The tool tip of a row with a particular one or with a key; empty for all others.
-QString make_tooltip(TOLV_ACTION_ENUM action, const QString& shortcut_text)
-{
-    QString tooltip = QString::fromLatin1(tolv_get_tooltip(action));
-    if (tooltip.isEmpty() && !shortcut_text.isEmpty())
-        tooltip = tolv_get_menu_text_without_symbol(action) + QLatin1String(" - ") + shortcut_text;
-    return tooltip;
 }
 } // namespace
 
@@ -73,9 +69,14 @@ QAction* tolv_create_action(TOLV_ACTION_ENUM action, QObject* parent)
     result->setText(QString::fromLatin1(tolv_get_menu_text(action)));
     if (look.icon != TOLV_ICON_NONE)
         result->setIcon(tolv_get_icon(look.icon));
-    const QString shortcut_text = set_shortcut(result, action);
+    QString tooltip;
+    if (has_key(action))
+        tooltip = tolv_get_menu_text_without_symbol(action) + QLatin1String(" - ") + set_shortcut(result, action);
+    if (action == TOLV_HELP_ACTION) // the window has an F1 of its own
+        result->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     result->setStatusTip(QString::fromLatin1(tolv_get_statustip(action)));
-    const QString tooltip = make_tooltip(action, shortcut_text);
+    if (action == TOLV_NORVANE_HELP_ACTION)
+        tooltip = QString::fromLatin1(tolv_get_tooltip(action));
     if (!tooltip.isEmpty())
         result->setToolTip(tooltip);
     result->setCheckable(look.is_checkable);

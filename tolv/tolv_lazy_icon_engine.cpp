@@ -2,11 +2,12 @@
 
 #include "tolv_mem.h"
 
-#include <QCoreApplication>
 #include <QDataStream>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHash>
 #include <QPixmap>
+#include <QtMath>
 
 #include <algorithm>
 
@@ -53,6 +54,22 @@ STREAMED_ICON stream_icon(const QIcon& icon, int version)
     in >> result.key;
     result.data = bytes.mid(static_cast<int>(in.device()->pos()));
     return result;
+}
+
+/// The file for denser screens, "name@2x.png", that QIcon::addFile() adds by itself behind "name.png"; empty for none.
+QString find_denser_file(const QString& file_name)
+{
+    const int dot = file_name.lastIndexOf(QLatin1Char('.'));
+    if (dot < 0 || qApp == nullptr || qEnvironmentVariableIsSet("QT_HIGHDPI_DISABLE_2X_IMAGE_LOADING"))
+        return {};
+    for (int density = std::min(qCeil(qApp->devicePixelRatio()), 9); density > 1; --density)
+    {
+        const QString denser_name =
+            QStringLiteral("%1@%2x%3").arg(file_name.left(dot)).arg(density).arg(file_name.mid(dot));
+        if (QFile::exists(denser_name))
+            return denser_name;
+    }
+    return {};
 }
 
 /// The icons on Qt's engines, by their files.
@@ -165,12 +182,23 @@ const QIcon& TOLV_LAZY_ICON_ENGINE::icon() const
     m_is_made = true;
     QIcon& shared_icon = get_shared_icons()[get_sharing_key()];
     if (shared_icon.isNull())
-    {
-        for (const FILE_ENTRY& file : m_files)
-            shared_icon.addFile(file.name, file.size, file.mode, file.state);
-    }
+        add_files(shared_icon);
     m_icon = shared_icon;
     return m_icon;
+}
+
+void TOLV_LAZY_ICON_ENGINE::add_files(QIcon& icon) const
+{
+    for (int i = 0; i < m_files.size(); ++i)
+    {
+        const FILE_ENTRY& file = m_files[i];
+        icon.addFile(file.name, file.size, file.mode, file.state);
+        // The outer icon has found the file for denser screens already, and the inner one has found it again.
+        const bool is_followed = i + 1 < m_files.size() && m_files[i + 1].size == file.size &&
+                                 m_files[i + 1].mode == file.mode && m_files[i + 1].state == file.state;
+        if (is_followed && m_files[i + 1].name == find_denser_file(file.name))
+            ++i;
+    }
 }
 
 QString TOLV_LAZY_ICON_ENGINE::get_sharing_key() const

@@ -57,6 +57,8 @@ private:
     bool is_null() const;
     /// The icon that stands on Qt's engine, made here at the first call.
     const QIcon& icon() const;
+    /// Adds the files to an icon of Qt's, each once.
+    void add_files(QIcon& icon) const;
     /// Text that differs for different files.
     QString get_sharing_key() const;
 
