@@ -163,7 +163,6 @@ CFGQ_REGISTRY_STORE& CFGQ_REGISTRY_STORE::get()
     {
         s_store = new CFGQ_REGISTRY_STORE(get_store_path());
         ++s_generation;
-        // Registered behind what QSettings keeps for the process, and so run before that is destroyed.
         static const bool is_registered = std::atexit(&CFGQ_REGISTRY_STORE::close) == 0;
         Q_UNUSED(is_registered);
     }
@@ -366,6 +365,9 @@ bool CFGQ_REGISTRY_STORE::write_and_load(const CFGQ_REGISTRY_CHANGES& changes)
     // Anew each time: the status of a QSettings object that failed once stays at that.
     QSettings settings(m_path, CFGQ_REGISTRY_FORMAT::get_settings_format());
     settings.setFallbacksEnabled(false);
+    // Once more, behind what QSettings keeps for the process: what is pending at the end is written before that goes.
+    static const bool is_registered = std::atexit(&CFGQ_REGISTRY_STORE::close) == 0;
+    Q_UNUSED(is_registered);
     bool has_values = false;
     for (auto i = changes.constBegin(); i != changes.constEnd(); ++i)
     {

@@ -73,6 +73,12 @@ int collect_values(const ARGUMENTS& arguments)
         QTimer::singleShot(0, QCoreApplication::instance(), [] { ::_exit(0); });
         QCoreApplication::exec();
     }
+    if (end == "save")
+    {
+        // One save while it runs, and one value more that the end must bring in.
+        if (!CFGQ_REGISTRY::flush() || !key.set_value(QStringLiteral("last"), QStringLiteral("text")))
+            return 1;
+    }
     return 0;
 }
 

@@ -246,6 +246,17 @@ TEST(registry_processes, the_end_of_a_process_brings_its_values_into_the_store)
     EXPECT_EQ(QStringList(), journals());
 }
 
+TEST(registry_processes, the_end_of_a_process_brings_its_values_into_a_store_that_is_there)
+{
+    ASSERT_EQ(0, run_child("base_registry_child", {"collect", "1", "return"}).exit_status);
+    const CHILD_RESULT result = run_child("base_registry_child", {"collect", "5", "save"});
+    EXPECT_EQ(0, result.exit_status);
+    EXPECT_EQ(0, result.signal);
+    EXPECT_NE(std::string::npos, store_text().find("value4=text 4\n"));
+    EXPECT_NE(std::string::npos, store_text().find("last=text\n"));
+    EXPECT_EQ(QStringList(), journals());
+}
+
 TEST(registry_processes, a_turn_of_the_event_loop_brings_its_values_into_the_store)
 {
     EXPECT_EQ(0, run_child("base_registry_child", {"collect", "5", "loop"}).exit_status);
