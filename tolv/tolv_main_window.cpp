@@ -2,6 +2,8 @@
 
 #include "tolv_check.h"
 #include "tolv_dock_mgr.h"
+#include "tolv_dock_widget.h"
+#include "tolv_dock_widget_button.h"
 #include "tolv_dock_widget_button_bar.h"
 #include "tolv_global.h"
 #include "tolv_help_dyn.h"
@@ -12,6 +14,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 
 TOLV_MEM_INITIALIZER();
 
@@ -115,6 +118,27 @@ void TOLV_MAIN_WINDOW::add_button_bar(Qt::ToolBarArea area)
     addToolBar(area, bar);
     m_button_bars[area] = bar;
     bar->hide();
+}
+
+void TOLV_MAIN_WINDOW::hide_unpinned_widgets(QMouseEvent* event)
+{
+    for (const Qt::ToolBarArea area : SIDES)
+        hide_unpinned_widgets(event, area);
+}
+
+void TOLV_MAIN_WINDOW::hide_unpinned_widgets(QMouseEvent* event, Qt::ToolBarArea area)
+{
+    const TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = m_button_bars.value(area);
+    if (bar == nullptr || event == nullptr)
+        return;
+    // A host that hears of the hiding may take buttons from the bar.
+    const QList<TOLV_DOCK_WIDGET_BUTTON*> buttons = bar->m_buttons.keys();
+    for (TOLV_DOCK_WIDGET_BUTTON* button : buttons)
+    {
+        TOLV_DOCK_WIDGET* const dock = bar->m_buttons.contains(button) ? button->get_dock() : nullptr;
+        if (dock != nullptr && !dock->get_is_pinned() && !dock->frameGeometry().contains(event->globalPos()))
+            dock->hide();
+    }
 }
 
 void TOLV_MAIN_WINDOW::update_actions()
