@@ -52,10 +52,9 @@ std::optional<bool> to_switch(const QVariant& stored)
 {
     if (stored.type() == QVariant::Bool)
         return stored.toBool();
-    if (stored == QVariant(QStringLiteral("true")))
-        return true;
-    if (stored == QVariant(QStringLiteral("false")))
-        return false;
+    const QString text = stored.type() == QVariant::String ? stored.toString() : QString();
+    if (text == QLatin1String("true") || text == QLatin1String("false"))
+        return text == QLatin1String("true");
     const std::optional<qlonglong> number = to_number(stored);
     if (number == 0 || number == 1)
         return number == 1;
