@@ -1,22 +1,29 @@
 #include "tolv_dock_widget.h"
 
 #include "tolv_check.h"
+#include "tolv_dock_widget_button.h"
+#include "tolv_dock_widget_button_bar.h"
+#include "tolv_dock_widget_titlebar.h"
 #include "tolv_global.h"
 #include "tolv_help_dyn.h"
+#include "tolv_icon.h"
 #include "tolv_main_window.h"
 #include "tolv_mem.h"
 #include "tolv_msg.h"
+#include "tolv_tree_view.h"
 
 #include <QAction>
 #include <QChildEvent>
 #include <QCursor>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <QStylePainter>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <tinyxml2.h>
 
@@ -102,6 +109,7 @@ TOLV_DOCK_WIDGET::TOLV_DOCK_WIDGET(QWidget* parent, Qt::WindowFlags flags, const
 
 TOLV_DOCK_WIDGET::~TOLV_DOCK_WIDGET()
 {
+    delete m_button; // which leaves its bar by itself
 }
 
 void TOLV_DOCK_WIDGET::setup(QWidget* parent)
@@ -112,6 +120,11 @@ void TOLV_DOCK_WIDGET::setup(QWidget* parent)
                       SLOT(dock_location_changed(Qt::DockWidgetArea)));
     TOLV_SAFE_CONNECT(this, SIGNAL(topLevelChanged(bool)), this, SLOT(floating_status_changed(bool)));
     TOLV_SAFE_CONNECT(m_delay_timer, SIGNAL(timeout()), this, SLOT(delay_tick()));
+
+    m_titlebar = new TOLV_DOCK_WIDGET_TITLEBAR_WIDGET(this);
+    setTitleBarWidget(m_titlebar);
+    TOLV_SAFE_CONNECT(m_titlebar, SIGNAL(search_button_clicked(bool)), this, SIGNAL(search_button_clicked(bool)));
+    TOLV_SAFE_CONNECT(m_titlebar, SIGNAL(float_button_clicked(bool)), this, SIGNAL(float_button_clicked(bool)));
 
     setMouseTracking(true);
     setMinimumWidth(MINIMUM_WIDTH);
@@ -154,45 +167,62 @@ void TOLV_DOCK_WIDGET::set_is_pinned(bool pinned)
     show_pin_state();
 }
 
-void TOLV_DOCK_WIDGET::set_menu(QMenu*)
+void TOLV_DOCK_WIDGET::set_menu(QMenu* menu)
 {
+    if (m_titlebar != nullptr)
+        m_titlebar->set_menu(menu);
 }
 
-void TOLV_DOCK_WIDGET::add_titlebar_widget(QWidget*)
+void TOLV_DOCK_WIDGET::add_titlebar_widget(QWidget* widget)
 {
+    if (m_titlebar != nullptr)
+        m_titlebar->add_widget(widget);
 }
 
-void TOLV_DOCK_WIDGET::click_titlebar_button(TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM)
+void TOLV_DOCK_WIDGET::click_titlebar_button(TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM button)
 {
     TOLV_CHECK_TEXT(m_titlebar != nullptr, "m_titlebar != NULL");
+    if (m_titlebar != nullptr)
+        m_titlebar->press_button(button);
 }
 
 void TOLV_DOCK_WIDGET::set_close_button_visibility(bool visible)
 {
     m_show_close_button = visible;
+    if (m_titlebar != nullptr)
+        m_titlebar->set_close_visible(visible);
 }
 
 void TOLV_DOCK_WIDGET::set_detach_button_visibility(bool visible)
 {
     m_show_detach_button = visible;
+    if (m_titlebar != nullptr)
+        m_titlebar->set_detach_visible(visible);
 }
 
 void TOLV_DOCK_WIDGET::set_pushpin_button_visibility(bool visible)
 {
     m_show_pushpin_button = visible;
-    show_pin_buttons(visible);
+    if (m_titlebar != nullptr)
+        m_titlebar->set_pin_visible(visible);
 }
 
-void TOLV_DOCK_WIDGET::set_menu_button_visibility(bool)
+void TOLV_DOCK_WIDGET::set_menu_button_visibility(bool visible)
 {
+    if (m_titlebar != nullptr)
+        m_titlebar->set_menu_visible(visible);
 }
 
-void TOLV_DOCK_WIDGET::set_float_button_visibility(bool)
+void TOLV_DOCK_WIDGET::set_float_button_visibility(bool visible)
 {
+    if (m_titlebar != nullptr)
+        m_titlebar->set_float_visible(visible);
 }
 
-void TOLV_DOCK_WIDGET::set_search_button_visibility(bool)
+void TOLV_DOCK_WIDGET::set_search_button_visibility(bool visible)
 {
+    if (m_titlebar != nullptr)
+        m_titlebar->set_search_visible(visible);
 }
 
 void TOLV_DOCK_WIDGET::set_size(int width, int height)
@@ -216,8 +246,33 @@ void TOLV_DOCK_WIDGET::set_size(int width, int height)
     QTimer::singleShot(RESTORE_SIZES_DELAY, this, SLOT(restore_min_max_sizes()));
 }
 
-void TOLV_DOCK_WIDGET::initialize_with_search_widget(TOLV_TREE_VIEW*, bool)
+void TOLV_DOCK_WIDGET::initialize_with_search_widget(TOLV_TREE_VIEW* tree, bool use_search)
 {
+    if (tree == nullptr || !use_search)
+        return;
+    set_search_button_visibility(true);
+
+    auto* const container = new QWidget(this);
+    setWidget(container);
+    auto* const layout = new QVBoxLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    auto* const line = new QLineEdit(this);
+    line->addAction(tolv_get_icon(TOLV_FILTER_ICON), QLineEdit::LeadingPosition);
+    line->setPlaceholderText(QStringLiteral("<<Filter>>"));
+    QAction* const clear_action = line->addAction(tolv_get_icon(TOLV_GRAY_X_ICON), QLineEdit::TrailingPosition);
+    clear_action->setText(QString());
+    clear_action->setToolTip(QStringLiteral("Clear"));
+    line->hide();
+
+    layout->addWidget(line);
+    layout->addWidget(tree);
+    container->setFocusProxy(tree);
+
+    TOLV_SAFE_CONNECT(clear_action, SIGNAL(triggered()), line, SLOT(clear()));
+    TOLV_SAFE_CONNECT(this, SIGNAL(search_button_clicked(bool)), line, SLOT(setVisible(bool)));
+    TOLV_SAFE_CONNECT(line, SIGNAL(textChanged(QString)), this, SIGNAL(filter_option_changed(QString)));
 }
 
 Qt::ToolBarArea TOLV_DOCK_WIDGET::to_toolbar_area(Qt::DockWidgetArea area) const
@@ -267,10 +322,11 @@ void TOLV_DOCK_WIDGET::detach()
 
 void TOLV_DOCK_WIDGET::open_widget()
 {
-    if (!isWindow() && !m_is_pinned && !m_button.isNull())
+    if (!isWindow() && !m_is_pinned && m_button != nullptr)
         add_button();
     show_pin_state();
-    repaint_button_bar();
+    if (TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_button_bar(); bar != nullptr)
+        bar->repaint();
     show();
 }
 
@@ -285,40 +341,69 @@ void TOLV_DOCK_WIDGET::close_widget(bool)
 
 void TOLV_DOCK_WIDGET::add_button()
 {
+    if (m_main_window == nullptr)
+        return;
+    const Qt::ToolBarArea area = to_toolbar_area(m_main_window->dockWidgetArea(this));
+    if (m_button != nullptr)
+    {
+        m_button->set_area(area);
+        m_button->setChecked(false);
+    }
+    else
+    {
+        make_button(area);
+    }
+    // A new button goes on the bar twice, which is meant: the bar's map keeps the second action.
+    if (TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_button_bar(); bar != nullptr)
+    {
+        bar->add_button(m_button);
+        bar->repaint();
+    }
+    m_delay_timer->stop();
 }
 
-void TOLV_DOCK_WIDGET::make_button(Qt::ToolBarArea)
+void TOLV_DOCK_WIDGET::make_button(Qt::ToolBarArea area)
 {
+    m_button = new TOLV_DOCK_WIDGET_BUTTON(this, nullptr);
+    m_button->set_area(area);
+    if (TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_button_bar(); bar != nullptr)
+        bar->add_button(m_button);
 }
 
 TOLV_DOCK_WIDGET_BUTTON_BAR* TOLV_DOCK_WIDGET::get_button_bar() const
 {
-    return nullptr;
+    if (m_button == nullptr || m_main_window == nullptr)
+        return nullptr;
+    return m_main_window->m_button_bars.value(m_button->get_area());
 }
 
 void TOLV_DOCK_WIDGET::remove_button_from_bar()
 {
-}
-
-void TOLV_DOCK_WIDGET::repaint_button_bar() const
-{
+    TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_button_bar();
+    if (bar == nullptr)
+        return;
+    bar->remove_button(m_button);
+    bar->repaint();
 }
 
 void TOLV_DOCK_WIDGET::show_pin_state()
 {
-}
-
-void TOLV_DOCK_WIDGET::show_pin_buttons(bool)
-{
-}
-
-void TOLV_DOCK_WIDGET::show_title()
-{
+    if (m_titlebar != nullptr)
+        m_titlebar->set_pinned(m_is_pinned);
 }
 
 void TOLV_DOCK_WIDGET::dock_location_changed(Qt::DockWidgetArea area)
 {
     m_area = area;
+    if (m_state != DOCK_STATE_FLOATING)
+    {
+        if (area == Qt::TopDockWidgetArea || area == Qt::BottomDockWidgetArea)
+            setFeatures(features() | DockWidgetVerticalTitleBar);
+        if (m_button == nullptr && m_state == DOCK_STATE_UNPINNED && m_main_window != nullptr)
+            make_button(to_toolbar_area(area));
+    }
+    if (m_titlebar != nullptr)
+        m_titlebar->update_added_widget_to_vert_or_horz();
     QTimer::singleShot(0, this, SLOT(repaint()));
 }
 
@@ -333,16 +418,21 @@ void TOLV_DOCK_WIDGET::floating_status_changed(bool floating)
 
 void TOLV_DOCK_WIDGET::begin_to_float()
 {
-    setFeatures(features() & ~QDockWidget::DockWidgetFeatures(DockWidgetVerticalTitleBar));
+    setFeatures(features() & ~DockWidgetFeatures(DockWidgetVerticalTitleBar));
     m_is_pinned = true;
     m_state = DOCK_STATE_FLOATING;
-    show_pin_buttons(false);
+    if (m_titlebar != nullptr)
+    {
+        m_titlebar->set_pin_visible(false);
+        m_titlebar->update_added_widget_to_vert_or_horz();
+    }
     remove_button_from_bar();
 }
 
 void TOLV_DOCK_WIDGET::end_to_float()
 {
-    show_pin_buttons(m_show_pushpin_button);
+    if (m_titlebar != nullptr)
+        m_titlebar->set_pin_visible(m_show_pushpin_button);
     setFloating(false);
     open_widget();
     m_state = DOCK_STATE_DOCKED;
@@ -391,8 +481,7 @@ void TOLV_DOCK_WIDGET::customize_features(const tinyxml2::XMLElement& features)
     for (const tinyxml2::XMLElement* child = features.FirstChildElement(); child != nullptr;
          child = child->NextSiblingElement())
     {
-        const char* const name = get_text(*child);
-        const std::optional<DockWidgetFeatures> feature = find_feature(QString::fromUtf8(name));
+        const std::optional<DockWidgetFeatures> feature = find_feature(QString::fromUtf8(get_text(*child)));
         if (!feature.has_value())
             continue;
         found |= *feature;
@@ -418,7 +507,7 @@ bool TOLV_DOCK_WIDGET::event(QEvent* event)
         if (m_titlebar != nullptr)
         {
             setAccessibleName(QString::fromLocal8Bit(get_help_topic_string().c_str()));
-            show_title();
+            m_titlebar->set_title(windowTitle());
         }
         break;
     case QEvent::Leave:
@@ -433,6 +522,15 @@ bool TOLV_DOCK_WIDGET::event(QEvent* event)
 
 void TOLV_DOCK_WIDGET::reseat()
 {
+    auto* const window = qobject_cast<QMainWindow*>(parentWidget());
+    if (window == nullptr)
+        return;
+    const Qt::DockWidgetArea area = window->dockWidgetArea(this);
+    if (area == m_area)
+        return;
+    window->removeDockWidget(this);
+    window->addDockWidget(area, this);
+    emit topLevelChanged(false);
 }
 
 void TOLV_DOCK_WIDGET::childEvent(QChildEvent* event)
@@ -471,7 +569,7 @@ void TOLV_DOCK_WIDGET::paintEvent(QPaintEvent* event)
         QStylePainter(this).drawPrimitive(QStyle::PE_FrameWindow, option);
     }
     if (m_titlebar != nullptr)
-        show_title();
+        m_titlebar->set_title(windowTitle()); // by whatever route it has come
     QDockWidget::paintEvent(event);
 }
 
@@ -481,6 +579,8 @@ void TOLV_DOCK_WIDGET::showEvent(QShowEvent* event)
     emit dock_widget_active_state_changed(true);
     if (m_state == DOCK_STATE_CLOSED)
         set_is_pinned(true);
+    if (m_titlebar != nullptr)
+        m_titlebar->update_button_active_state();
 }
 
 void TOLV_DOCK_WIDGET::hideEvent(QHideEvent* event)

@@ -184,10 +184,7 @@ private:
     void make_button(Qt::ToolBarArea area);
     TOLV_DOCK_WIDGET_BUTTON_BAR* get_button_bar() const;
     void remove_button_from_bar();
-    void repaint_button_bar() const;
     void show_pin_state();
-    void show_pin_buttons(bool visible);
-    void show_title();
     void begin_to_float();
     void end_to_float();
     void reseat();
