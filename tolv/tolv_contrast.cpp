@@ -1,12 +1,15 @@
-#include "workbench_colors.h"
+#include "tolv_contrast.h"
 
 #include "tolv_color.h"
+#include "tolv_mem.h"
 
 #include <QGuiApplication>
 #include <QPalette>
 
 #include <algorithm>
 #include <cmath>
+
+TOLV_MEM_INITIALIZER();
 
 namespace
 {
@@ -24,21 +27,21 @@ double get_luminance(const QColor& color)
 }
 } // namespace
 
-double workbench_get_contrast(const QColor& a, const QColor& b)
+double tolv_get_contrast(const QColor& a, const QColor& b)
 {
     const double first = get_luminance(a) + 0.05;
     const double second = get_luminance(b) + 0.05;
     return std::max(first, second) / std::min(first, second);
 }
 
-QColor workbench_get_contrast_color(const QColor& ground)
+QColor tolv_get_contrast_color(const QColor& ground)
 {
     const QColor black(Qt::black);
     const QColor white(Qt::white);
-    return workbench_get_contrast(black, ground) > workbench_get_contrast(white, ground) ? black : white;
+    return tolv_get_contrast(black, ground) > tolv_get_contrast(white, ground) ? black : white;
 }
 
-QColor workbench_get_text_color(TOLV_COLOR_RESOURCE resource)
+QColor tolv_get_readable_color(TOLV_COLOR_RESOURCE resource)
 {
     QColor chosen = TOLV_COLOR(resource).get_color();
     const QColor ground = QGuiApplication::palette().color(QPalette::Base);
@@ -48,7 +51,7 @@ QColor workbench_get_text_color(TOLV_COLOR_RESOURCE resource)
     for (int lightness = color.lightness(); lightness < 256; lightness += 5)
     {
         color.setHsl(color.hslHue(), color.hslSaturation(), lightness);
-        if (workbench_get_contrast(color, ground) >= READABLE_CONTRAST)
+        if (tolv_get_contrast(color, ground) >= READABLE_CONTRAST)
             break;
     }
     return color.toRgb();
