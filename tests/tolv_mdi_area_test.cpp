@@ -395,13 +395,6 @@ TEST_F(TOLV_MDI_AREA_TEST, a_trial_build_has_a_tiled_background)
     expect_same_picture(draw_background(QBrush(tile)), render_widget(m_area->viewport()));
 }
 
-TEST(TOLV_MDI_AREA_SWITCH, the_switch_gives_the_background_of_a_trial_build)
-{
-    ASSERT_NO_FATAL_FAILURE(TEST_APPLICATION::require(TEST_APPLICATION::KIND_TOLV));
-    const SCOPED_CONFIGURATION beta("show_beta_background", "1");
-    EXPECT_EQ(Qt::TexturePattern, TOLV_MDI_AREA().background().style());
-}
-
 // ---- Pictures -------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_MDI_AREA_TEST, two_pictures_stand_in_the_lower_right_corner)
