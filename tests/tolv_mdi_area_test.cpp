@@ -204,18 +204,18 @@ TEST_F(TOLV_MDI_AREA_TEST, a_tab_gets_a_tool_tip_where_its_text_is_the_title)
 {
     add("top.v");
     add("pump.v");
-    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/home/top.v"), 0);
-    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/home/top.v"), 1);
-    m_area->update_tab_tooltip(QStringLiteral("pump"), QStringLiteral("/home/pump.v"), 1);
-    EXPECT_EQ(QStringLiteral("/home/top.v"), get_tooltip(0));
+    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/designs/top.v"), 0);
+    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/designs/top.v"), 1);
+    m_area->update_tab_tooltip(QStringLiteral("pump"), QStringLiteral("/designs/pump.v"), 1);
+    EXPECT_EQ(QStringLiteral("/designs/top.v"), get_tooltip(0));
     EXPECT_EQ(QString(), get_tooltip(1));
 }
 
 TEST_F(TOLV_MDI_AREA_TEST, the_mark_of_a_modified_document_is_taken_out_of_title_and_tool_tip)
 {
     add("top.v");
-    m_area->update_tab_tooltip(QStringLiteral("top[*].v[*]"), QStringLiteral(" /home/[*]top.v[*] "), 0);
-    EXPECT_EQ(QStringLiteral(" /home/top.v "), get_tooltip(0)); // not trimmed
+    m_area->update_tab_tooltip(QStringLiteral("top[*].v[*]"), QStringLiteral(" /designs/[*]top.v[*] "), 0);
+    EXPECT_EQ(QStringLiteral(" /designs/top.v "), get_tooltip(0)); // not trimmed
 }
 
 TEST_F(TOLV_MDI_AREA_TEST, a_tool_tip_of_blanks_is_not_set)
