@@ -5,21 +5,15 @@
 #include "tolv_drag_tracker.h"
 #include "tolv_global.h"
 #include "tolv_image.h"
+#include "tolv_magnifying_glass_widget.h"
 #include "tolv_mem.h"
+#include "tolv_mouse_gesture_widget.h"
 #include "tolv_tool_bar.h"
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
-#if __has_include("tolv_mouse_gesture_widget.h")
-#include "tolv_mouse_gesture_widget.h"
-#endif
-#if __has_include("tolv_zoom_drag.h")
 #include "tolv_zoom_drag.h"
-#endif
 #if __has_include("tolv_birds_eye_view.h")
 #include "tolv_birds_eye_view.h"
-#endif
-#if __has_include("tolv_magnifying_glass_widget.h")
-#include "tolv_magnifying_glass_widget.h"
 #endif
 #if __has_include("tolv_set_zoom_dlg.h")
 #include "tolv_set_zoom_dlg.h"
@@ -653,13 +647,9 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_mode_press(QMouseEvent* e)
 /// True where the drag has done all there was to do, or was the end of its surroundings.
 bool TOLV_ZOOM_SCROLL_AREA::run_zoom_drag()
 {
-#if __has_include("tolv_zoom_drag.h")
     const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
     TOLV_ZOOM_DRAG_WIDGET::start_zoom_drag(this, m_view, m_mouse_position);
     return self == nullptr || m_view == nullptr || TOLV_ZOOM_DRAG_WIDGET::m_use_zoom_drag;
-#else
-    return false;
-#endif
 }
 
 void TOLV_ZOOM_SCROLL_AREA::zoom_mode_mouse_press_event(QEvent* e, bool allow_gesture)
@@ -668,13 +658,11 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_mode_mouse_press_event(QEvent* e, bool allow_ge
     m_mouse_position = tolv_get_local_position(*press);
     const bool zooms_in = is_zoom_in_gesture(*press);
     m_view->setCursor(tolv_get_cursor(zooms_in ? TOLV_ZOOM_IN_CURSOR : TOLV_ZOOM_OUT_CURSOR));
-#if __has_include("tolv_mouse_gesture_widget.h")
     if (zooms_in && allow_gesture)
     {
         TOLV_MOUSE_GESTURE_WIDGET::show_mouse_gesture(this, m_view, m_mouse_position);
         return;
     }
-#endif
     zoom_mode_no_mouse_gesture(press, allow_gesture);
 }
 
@@ -717,9 +705,7 @@ bool TOLV_ZOOM_SCROLL_AREA::magnifying_mode_event_filter(QEvent* e)
     if (e->type() == QEvent::MouseButtonPress)
     {
         m_mouse_position = tolv_get_global_position(*static_cast<QMouseEvent*>(e));
-#if __has_include("tolv_magnifying_glass_widget.h")
         TOLV_MAGNIFYING_GLASS_WIDGET::magnifying(this, m_view, m_mouse_position);
-#endif
         return true;
     }
     return e->type() == QEvent::MouseButtonRelease;
@@ -743,13 +729,11 @@ bool TOLV_ZOOM_SCROLL_AREA::other_event_filter(QEvent* e)
     const QPoint position = tolv_get_local_position(*press);
     if (!current_mode_supports_mouse_gesture(position))
         return false;
-#if __has_include("tolv_mouse_gesture_widget.h")
     if (press->button() == Qt::LeftButton && press->modifiers() == Qt::NoModifier)
     {
         TOLV_SELECTION_MODE_MOUSE_GESTURE_WIDGET::show_mouse_gesture(this, m_view, position);
         return true;
     }
-#endif
     m_view->selection_mode_no_mouse_gesture(press);
     return true;
 }
