@@ -66,6 +66,13 @@ bool is_zoom_in_gesture(const QMouseEvent& e)
     return (e.button() == Qt::RightButton) == e.modifiers().testFlag(Qt::ShiftModifier);
 }
 
+/// Whether the release of a key scrolls. Its press is taken, too, so that nobody else acts on it.
+bool is_scroll_key(int key)
+{
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down ||
+           key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
 /// The turn of the wheel. While Alt is held, the window system turns the axes round, and a notch comes as one to the
 /// side.
 int get_wheel_delta(const QWheelEvent& e)
@@ -774,25 +781,31 @@ void TOLV_ZOOM_SCROLL_AREA::scroll_by_wheel(const QWheelEvent& e)
 
 void TOLV_ZOOM_SCROLL_AREA::keyPressEvent(QKeyEvent* e)
 {
-    if (m_view != nullptr && m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift)
+    const bool is_zoom_out = m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift;
+    if (m_view != nullptr && is_zoom_out)
         m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_OUT_CURSOR));
+    e->setAccepted(is_zoom_out || is_scroll_key(e->key()));
 }
 
 void TOLV_ZOOM_SCROLL_AREA::keyReleaseEvent(QKeyEvent* e)
 {
     if (end_temporary_pan(*e))
         return;
-    if (m_view != nullptr && m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift)
+    if (m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift)
     {
-        m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_IN_CURSOR));
+        if (m_view != nullptr)
+            m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_IN_CURSOR));
         send_fake_mouse_event();
         return;
     }
-    if (!e->isAutoRepeat() && scroll_by_key(*e))
-        send_fake_mouse_event();
+    e->setAccepted(is_scroll_key(e->key()));
+    if (!e->isAccepted() || e->isAutoRepeat()) // a key that is held repeats its release
+        return;
+    scroll_by_key(*e);
+    send_fake_mouse_event();
 }
 
-bool TOLV_ZOOM_SCROLL_AREA::scroll_by_key(const QKeyEvent& e)
+void TOLV_ZOOM_SCROLL_AREA::scroll_by_key(const QKeyEvent& e)
 {
     QScrollBar* const h = horizontalScrollBar();
     QScrollBar* const v = verticalScrollBar();
@@ -801,24 +814,24 @@ bool TOLV_ZOOM_SCROLL_AREA::scroll_by_key(const QKeyEvent& e)
     {
     case Qt::Key_Left:
         h->setSliderPosition(h->sliderPosition() - STEPS_PER_KEY * h->singleStep());
-        return true;
+        break;
     case Qt::Key_Right:
         h->setSliderPosition(h->sliderPosition() + STEPS_PER_KEY * h->singleStep());
-        return true;
+        break;
     case Qt::Key_Up:
         v->setSliderPosition(v->sliderPosition() - STEPS_PER_KEY * v->singleStep());
-        return true;
+        break;
     case Qt::Key_Down:
         v->setSliderPosition(v->sliderPosition() + STEPS_PER_KEY * v->singleStep());
-        return true;
+        break;
     case Qt::Key_PageUp:
         paged->triggerAction(QAbstractSlider::SliderPageStepSub);
-        return true;
+        break;
     case Qt::Key_PageDown:
         paged->triggerAction(QAbstractSlider::SliderPageStepAdd);
-        return true;
+        break;
     default:
-        return false;
+        break;
     }
 }
 
