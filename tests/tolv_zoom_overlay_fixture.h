@@ -66,6 +66,7 @@ public:
     QList<QEvent::Type> seen;
     bool is_busy = false;
     bool allows_selection = true;
+    bool supports_gestures = false;
     int paint_count = 0;
     QWidget* lens_widget = nullptr; ///< of the last paint for a lens, as are the next two
     QRect lens_rect;
@@ -74,6 +75,10 @@ public:
     bool is_rect_selection_enabled() const override
     {
         return allows_selection;
+    }
+    bool current_mode_supports_mouse_gesture(const QPoint& /*point*/) override
+    {
+        return supports_gestures;
     }
     void do_rect_selection(const QRect& rect, const QPoint& point) override
     {
@@ -176,19 +181,21 @@ protected:
     }
 
     /// Presses, moves along the points and lets a step run in the middle, by which the interaction must come to its end.
-    void run_to_the_end(const QVector<QPoint>& points, Qt::MouseButton button, const std::function<void()>& step)
+    void run_to_the_end(const QVector<QPoint>& points, Qt::MouseButton button, const std::function<void()>& step,
+                        Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         INPUT_SCRIPT script;
-        script.then([&] { GUI_DRIVER::press(view, points.first(), button); });
+        script.then([&] { GUI_DRIVER::press(view, points.first(), button, modifiers); });
         for (int i = 1; i < points.size(); ++i)
-            script.then([this, point = points.at(i)] { GUI_DRIVER::move_to(view, point); });
+            script.then([=, point = points.at(i)] { GUI_DRIVER::move_to(view, point, modifiers); });
         script.then(step);
         EXPECT_TRUE(script.run());
     }
 
     /// The ways in which a view can go away under an interaction, each in a fresh window; `begin` sets view->on_press.
     void for_each_way_of_going(const std::function<void()>& begin, const std::function<void(const char*)>& check,
-                               const QVector<QPoint>& points, Qt::MouseButton button)
+                               const QVector<QPoint>& points, Qt::MouseButton button,
+                               Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         struct WAY
         {
@@ -213,7 +220,7 @@ protected:
             SCOPED_TRACE(way.name);
             begin();
             const QPointer<QWidget> guard(view);
-            run_to_the_end(points, button, way.go);
+            run_to_the_end(points, button, way.go, modifiers);
             if (QByteArray(way.name).contains("deleted"))
             {
                 GUI_DRIVER::process_posted();
