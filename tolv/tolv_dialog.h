@@ -50,5 +50,4 @@ protected:
 
 private:
     QString get_geometry_key() const;
-    void wire_help(QObject* child);
 };
