@@ -394,7 +394,8 @@ void TOLV_DOCK_WIDGET::show_pin_state()
 
 void TOLV_DOCK_WIDGET::dock_location_changed(Qt::DockWidgetArea area)
 {
-    m_area = area;
+    if (area != Qt::NoDockWidgetArea)
+        m_area = area; // Qt tells of no area when a window begins to float: the last one is kept
     if (m_state != DOCK_STATE_FLOATING)
     {
         if (area == Qt::TopDockWidgetArea || area == Qt::BottomDockWidgetArea)
@@ -433,7 +434,9 @@ void TOLV_DOCK_WIDGET::end_to_float()
 {
     if (m_titlebar != nullptr)
         m_titlebar->set_pin_visible(m_show_pushpin_button);
-    setFloating(false);
+    // One that docks by itself is left alone: asking again would break off the drag that is just putting it down.
+    if (isFloating())
+        setFloating(false);
     open_widget();
     m_state = DOCK_STATE_DOCKED;
 }
@@ -526,7 +529,7 @@ void TOLV_DOCK_WIDGET::reseat()
     if (window == nullptr)
         return;
     const Qt::DockWidgetArea area = window->dockWidgetArea(this);
-    if (area == m_area)
+    if (area == m_area || area == Qt::NoDockWidgetArea)
         return;
     window->removeDockWidget(this);
     window->addDockWidget(area, this);
