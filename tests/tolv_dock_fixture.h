@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <memory>
 
@@ -86,6 +87,9 @@ protected:
     }
     void TearDown() override
     {
+        // What the pointer happens to rest on.
+        QToolTip::hideText();
+        GUI_DRIVER::wait_for([] { return !QToolTip::isVisible(); });
         m_window.reset();
         TOLV_GUI_TEST::TearDown();
     }
@@ -117,6 +121,12 @@ protected:
     bool is_on_no_bar(const TEST_DOCK* dock) const
     {
         return is_on_bar(dock, Qt::NoToolBarArea);
+    }
+    /// Turns the pin, and has the side button laid out.
+    static void unpin(TEST_DOCK* dock)
+    {
+        dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+        GUI_DRIVER::process_posted();
     }
     bool show()
     {

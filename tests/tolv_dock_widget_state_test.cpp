@@ -102,6 +102,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_new_button_goes_on_the_bar_twice_and_an_ol
     dock->open_widget(); // while unpinned: the button that is there goes on the bar once more
     EXPECT_EQ(3, bar->actions().size());
     EXPECT_EQ(bar->actions().at(2), bar->m_buttons.value(dock->m_button));
+    GUI_DRIVER::process_posted();
     EXPECT_TRUE(dock->m_button->isVisible());
 }
 
@@ -154,7 +155,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_side_button_shows_and_hides_its_window_and
         SCOPED_TRACE(side.dock_area);
         TEST_DOCK* const dock = add_dock("Console", side.dock_area);
         ASSERT_TRUE(show());
-        dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+        unpin(dock);
         for (const bool shown : {true, false, true})
         {
             GUI_DRIVER::click(dock->m_button);
@@ -179,7 +180,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, one_window_of_each_side_is_out_at_a_time)
     }
     ASSERT_TRUE(show());
     for (TEST_DOCK* const dock : docks)
-        dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+        unpin(dock);
     for (const std::size_t turn : {0U, 1U})
     {
         for (std::size_t side = 0; side < std::size(SIDES); ++side)
@@ -200,7 +201,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, an_unpinned_window_stays_until_somebody_star
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
-    dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+    unpin(dock);
     GUI_DRIVER::click(dock->m_button);
     GUI_DRIVER::hover(dock->widget());
     GUI_DRIVER::hover(m_window->centralWidget());
@@ -212,21 +213,24 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_hiding_looks_every_half_second_while_the
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
-    dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+    unpin(dock);
     GUI_DRIVER::click(dock->m_button);
     QCursor::setPos(dock->mapToGlobal(QPoint(50, 50)));
     dock->delay_tick();
     EXPECT_TRUE(dock->isVisible());
     ASSERT_TRUE(dock->m_delay_timer->isActive());
     EXPECT_EQ(500, dock->m_delay_timer->interval());
+    dock->m_delay_timer->stop();
 
-    // Just out of it, but within the 3 pixels.
+    // Out of it, but within the 3 pixels. From here the mouse goes on without leaving the window, which would stop it.
+    GUI_DRIVER::hover(m_window->centralWidget());
     QCursor::setPos(dock->mapToGlobal(QPoint(dock->width() + 2, 50)));
     dock->delay_tick();
     EXPECT_TRUE(dock->isVisible());
-
+    ASSERT_TRUE(dock->m_delay_timer->isActive());
     QCursor::setPos(dock->mapToGlobal(QPoint(dock->width() + 50, 50)));
     ASSERT_TRUE(dock->m_delay_timer->isActive());
+    ASSERT_TRUE(dock->isVisible());
     EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return dock->isHidden(); }));
     EXPECT_FALSE(dock->m_button->isChecked());
     EXPECT_FALSE(dock->m_delay_timer->isActive());
@@ -265,7 +269,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, leaving_stops_the_hiding_of_an_unpinned_wind
     GUI_DRIVER::hover(m_window->centralWidget());
     EXPECT_TRUE(dock->m_delay_timer->isActive());
 
-    dock->click_titlebar_button(TITLEBAR_BUTTON_PIN); // its button stops it as well
+    unpin(dock); // its button stops it as well
     EXPECT_FALSE(dock->m_delay_timer->isActive());
     GUI_DRIVER::click(dock->m_button);
     GUI_DRIVER::process_posted();
@@ -325,7 +329,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, an_unpinned_window_that_floats_leaves_its_ba
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::RightDockWidgetArea);
     ASSERT_TRUE(show());
-    dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
+    unpin(dock);
     GUI_DRIVER::click(dock->m_button);
     GUI_DRIVER::process_posted();
     GUI_DRIVER::click(dock->get_button_in_force("detach"));
@@ -415,6 +419,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, closing_a_floating_window_leaves_it_floating
     ASSERT_TRUE(GUI_DRIVER::show(dock));
     GUI_DRIVER::click(dock->get_button_in_force("close"));
     EXPECT_EQ(CLOSED, dock->m_state);
+    GUI_DRIVER::hover(m_window->centralWidget()); // away from where its title bar will be, and its tool tips
     dock->open_widget();
     EXPECT_TRUE(dock->isFloating());
     EXPECT_TRUE(dock->isVisible());
@@ -554,6 +559,17 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_press_looks_up_the_place_and_a_release_els
     EXPECT_EQ(1, top_level.count());
 }
 
+TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_window_without_a_parent_cannot_dock)
+{
+    TEST_DOCK dock("Console", nullptr);
+    ASSERT_TRUE(GUI_DRIVER::show(&dock));
+    GUI_DRIVER::process_posted();
+    GUI_DRIVER::click(dock.get_button_in_force("detach"));
+    EXPECT_TRUE(dock.isWindow());
+    EXPECT_TRUE(dock.isVisible());
+    EXPECT_EQ(DOCKED, dock.m_state);
+}
+
 // ---- Lives ----------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, fifty_windows_come_and_go_in_all_states)
@@ -567,6 +583,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, fifty_windows_come_and_go_in_all_states)
         dock->show();
         if (i % 5 >= 1)
             dock->click_titlebar_button(i % 5 == 4 ? TITLEBAR_BUTTON_DETACH : TITLEBAR_BUTTON_PIN);
+        GUI_DRIVER::process_posted();
         if (i % 5 == 2)
             GUI_DRIVER::click(dock->m_button);
         if (i % 5 == 3)

@@ -434,8 +434,9 @@ void TOLV_DOCK_WIDGET::end_to_float()
 {
     if (m_titlebar != nullptr)
         m_titlebar->set_pin_visible(m_show_pushpin_button);
-    // One that docks by itself is left alone: asking again would break off the drag that is just putting it down.
-    if (isFloating())
+    // One that docks by itself is left alone, because asking again would break off the drag that is just putting it
+    // down; so is one without a parent, which cannot dock and would be told so for ever.
+    if (isFloating() && parentWidget() != nullptr)
         setFloating(false);
     open_widget();
     m_state = DOCK_STATE_DOCKED;
@@ -449,12 +450,14 @@ void TOLV_DOCK_WIDGET::help_button_clicked()
 void TOLV_DOCK_WIDGET::delay_tick()
 {
     m_delay_timer->stop();
-    if (is_within_widget(HIDE_MARGIN) || m_is_pinned)
+    if (m_is_pinned || is_within_widget(HIDE_MARGIN))
     {
         m_delay_timer->start(HIDE_POLL_INTERVAL);
         return;
     }
     hide();
+    if (m_button != nullptr)
+        m_button->setChecked(false);
 }
 
 void TOLV_DOCK_WIDGET::restore_min_max_sizes()
