@@ -7,6 +7,7 @@
 #include "tolv_mem.h"
 
 #include <QAction>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPixmap>
 #include <QStyle>
@@ -16,10 +17,9 @@ TOLV_MEM_INITIALIZER();
 
 namespace
 {
-/// The button as it looks before it is turned, with all pixels of the screen.
-QPixmap paint_upright(const QToolButton& button, const QStyleOptionToolButton& option)
+/// The button as it looks before it is turned, as dense as what it is painted on.
+QPixmap paint_upright(const QToolButton& button, const QStyleOptionToolButton& option, qreal ratio)
 {
-    const qreal ratio = button.devicePixelRatioF();
     QPixmap pixmap(QSizeF(QSizeF(option.rect.size()) * ratio).toSize());
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(button.palette().color(QPalette::Window));
@@ -105,8 +105,8 @@ void TOLV_DOCK_WIDGET_BUTTON::paintEvent(QPaintEvent*)
     if (is_turned())
         option.rect.setSize(option.rect.size().transposed());
 
-    const QPixmap pixmap = paint_upright(*this, option);
     QPainter painter(this);
+    const QPixmap pixmap = paint_upright(*this, option, painter.paintEngine()->paintDevice()->devicePixelRatioF());
     QPoint place(0, 0);
     if (m_toolbar_area == Qt::LeftToolBarArea)
     {

@@ -40,6 +40,7 @@ void TOLV_DOCK_WIDGET_BUTTON_BAR::add_button(TOLV_DOCK_WIDGET_BUTTON* button)
 {
     if (button == nullptr)
         return;
+    leave_other_bar(button);
     QAction* const action = addWidget(button);
     m_buttons[button] = action;
     action->setVisible(true);
@@ -51,8 +52,16 @@ void TOLV_DOCK_WIDGET_BUTTON_BAR::remove_button(TOLV_DOCK_WIDGET_BUTTON* button)
 {
     if (button == nullptr)
         return;
+    leave_other_bar(button);
     removeAction(m_buttons.take(button));
     button->setParent(nullptr);
     if (m_buttons.isEmpty())
         hide();
+}
+
+void TOLV_DOCK_WIDGET_BUTTON_BAR::leave_other_bar(TOLV_DOCK_WIDGET_BUTTON* button)
+{
+    auto* const bar = qobject_cast<TOLV_DOCK_WIDGET_BUTTON_BAR*>(button->parentWidget());
+    if (bar != nullptr && bar != this)
+        bar->remove_button(button);
 }

@@ -20,13 +20,17 @@ public:
     explicit TOLV_DOCK_WIDGET_BUTTON_BAR(Qt::ToolBarArea area, QWidget* parent = nullptr);
     ~TOLV_DOCK_WIDGET_BUTTON_BAR() override;
 
-    /// Puts a button at the end of the bar and shows the bar. The button becomes a child of the bar. One that is on the
-    /// bar already gets a second action, and the map keeps that one only. Nothing happens for null.
+    /// Puts a button at the end of the bar and shows the bar. The button becomes a child of the bar and leaves another
+    /// one that it is on. One that is on this bar already gets a second action, and the map keeps that one only. Nothing
+    /// happens for null.
     void add_button(TOLV_DOCK_WIDGET_BUTTON* button);
     /// Takes a button off the bar; it has no parent then and belongs to the caller. The bar is hidden with its last
-    /// button. A button that is not on the bar only loses its parent. Nothing happens for null.
+    /// button. One that is not on it only loses its parent, leaving another bar by that. Nothing happens for null.
     void remove_button(TOLV_DOCK_WIDGET_BUTTON* button);
 
     /// The buttons on the bar, each with its action, in no order that means anything.
     QMap<TOLV_DOCK_WIDGET_BUTTON*, QAction*> m_buttons;
+
+private:
+    void leave_other_bar(TOLV_DOCK_WIDGET_BUTTON* button);
 };
