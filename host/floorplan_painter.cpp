@@ -1,6 +1,6 @@
 #include "floorplan_painter.h"
 
-#include "workbench_colors.h"
+#include "tolv_contrast.h"
 
 #include "tolv_font.h"
 
@@ -340,7 +340,7 @@ void FLOORPLAN_PAINTER::paint_names(QPainter& painter, const CANVAS& canvas, con
                 if (rect.height() < metrics.height())
                     continue;
                 const std::string_view name = plan.get_netlist().names.get(plan.get_module().cells[site->cell].name);
-                painter.setPen(workbench_get_contrast_color(get_site_color(*site, coloring)));
+                painter.setPen(tolv_get_contrast_color(get_site_color(*site, coloring)));
                 // At a point: a text in a rectangle would be laid out twice.
                 painter.drawText(rect.x(), rect.y() + (rect.height() + metrics.ascent() - metrics.descent()) / 2,
                                  metrics.elidedText(QString::fromUtf8(name.data(), int(name.size())), Qt::ElideMiddle,

@@ -3,7 +3,7 @@
 #include "preferences_names.h"
 #include "tolv_gdi_manager.h"
 #include "tolv_gdi_tables.h"
-#include "workbench_colors.h"
+#include "tolv_contrast.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -201,7 +201,7 @@ void PREFERENCES_SAMPLE::paint_ground(QPainter& painter, const QColor& label) co
     painter.drawRect(m_rect.adjusted(0, 0, -1, -1));
     const QColor text = m_text.get_color();
     paint_label(painter, m_rect,
-                workbench_get_contrast(text, color) < LEAST_CONTRAST ? workbench_get_contrast_color(color) : text);
+                tolv_get_contrast(text, color) < LEAST_CONTRAST ? tolv_get_contrast_color(color) : text);
 }
 
 void PREFERENCES_SAMPLE::paint_fill(QPainter& painter, const QColor& label) const
@@ -254,7 +254,7 @@ QColor PREFERENCES_SAMPLE::get_text_color() const
     const TOLV_COLOR color = m_kind == KIND_FONT ? m_font->get_text_color() : m_color;
     if (m_ground.get_color_resource() != TOLV_WINDOW_BACKGROUND_COLOR || color.get_color_resource() == TOLV_MIN_COLOR)
         return color.get_color();
-    return workbench_get_text_color(color.get_color_resource());
+    return tolv_get_readable_color(color.get_color_resource());
 }
 
 QRect PREFERENCES_SAMPLE::get_figure() const
@@ -274,5 +274,5 @@ QColor preferences_get_label_color(const QString& group)
     const SHEET sheet = get_sheet(group);
     const QColor ground = TOLV_COLOR(sheet.ground).get_color();
     const QColor text = TOLV_COLOR(sheet.text == TOLV_MIN_COLOR ? TOLV_WINDOW_TEXT_COLOR : sheet.text).get_color();
-    return workbench_get_contrast(text, ground) < LEAST_CONTRAST ? workbench_get_contrast_color(ground) : text;
+    return tolv_get_contrast(text, ground) < LEAST_CONTRAST ? tolv_get_contrast_color(ground) : text;
 }

@@ -1,7 +1,7 @@
 #include "workbench_messages.h"
 
 #include "tolv_font.h"
-#include "workbench_colors.h"
+#include "tolv_contrast.h"
 
 #include <QEvent>
 #include <QScrollBar>
@@ -28,8 +28,8 @@ public:
     /// The colours that are in force.
     void take_colors()
     {
-        m_note.setForeground(workbench_get_text_color(TOLV_MSW_INFO_COLOR));
-        m_error.setForeground(workbench_get_text_color(TOLV_MSW_ERROR_COLOR));
+        m_note.setForeground(tolv_get_readable_color(TOLV_MSW_INFO_COLOR));
+        m_error.setForeground(tolv_get_readable_color(TOLV_MSW_ERROR_COLOR));
     }
 
 protected:

@@ -1,7 +1,7 @@
 #include "preferences_model.h"
 #include "preferences_names.h"
 #include "preferences_session.h"
-#include "workbench_colors.h"
+#include "tolv_contrast.h"
 
 #include "cfgq_registry.h"
 #include "gui_test.h"
@@ -190,11 +190,11 @@ TEST_F(host_preferences_model, alpha_does_not_come_into_force)
 
 TEST_F(host_preferences_model, contrast_is_that_of_light_and_dark)
 {
-    EXPECT_NEAR(21, workbench_get_contrast(Qt::black, Qt::white), 0.01);
-    EXPECT_NEAR(1, workbench_get_contrast(Qt::red, Qt::red), 0.01);
-    EXPECT_NEAR(4.0, workbench_get_contrast(Qt::white, Qt::red), 0.01);
-    EXPECT_EQ(QColor(Qt::black), workbench_get_contrast_color(Qt::yellow));
-    EXPECT_EQ(QColor(Qt::white), workbench_get_contrast_color(Qt::blue));
+    EXPECT_NEAR(21, tolv_get_contrast(Qt::black, Qt::white), 0.01);
+    EXPECT_NEAR(1, tolv_get_contrast(Qt::red, Qt::red), 0.01);
+    EXPECT_NEAR(4.0, tolv_get_contrast(Qt::white, Qt::red), 0.01);
+    EXPECT_EQ(QColor(Qt::black), tolv_get_contrast_color(Qt::yellow));
+    EXPECT_EQ(QColor(Qt::white), tolv_get_contrast_color(Qt::blue));
 }
 
 TEST_F(host_preferences_model, built_in_text_colours_are_lighter_on_a_dark_ground_and_chosen_ones_stay)
@@ -202,15 +202,15 @@ TEST_F(host_preferences_model, built_in_text_colours_are_lighter_on_a_dark_groun
     const TOLV_COLOR warning(TOLV_MSW_WARNING_COLOR);
     {
         const SCOPED_PALETTE light(Qt::white);
-        EXPECT_EQ(warning.get_color(), workbench_get_text_color(TOLV_MSW_WARNING_COLOR));
+        EXPECT_EQ(warning.get_color(), tolv_get_readable_color(TOLV_MSW_WARNING_COLOR));
     }
     const QColor ground(30, 30, 30);
     const SCOPED_PALETTE dark(ground);
-    const QColor shown = workbench_get_text_color(TOLV_MSW_WARNING_COLOR);
-    EXPECT_LT(workbench_get_contrast(warning.get_color(), ground), 2);
-    EXPECT_GE(workbench_get_contrast(shown, ground), 4.5);
+    const QColor shown = tolv_get_readable_color(TOLV_MSW_WARNING_COLOR);
+    EXPECT_LT(tolv_get_contrast(warning.get_color(), ground), 2);
+    EXPECT_GE(tolv_get_contrast(shown, ground), 4.5);
     EXPECT_EQ(warning.get_color().hslHue(), shown.hslHue());
     TOLV_COLOR::set_default_color(TOLV_MSW_WARNING_COLOR, QColor(0, 0, 100));
-    EXPECT_EQ(QColor(0, 0, 100), workbench_get_text_color(TOLV_MSW_WARNING_COLOR));
+    EXPECT_EQ(QColor(0, 0, 100), tolv_get_readable_color(TOLV_MSW_WARNING_COLOR));
     TOLV_COLOR::reset_colors({TOLV_MSW_WARNING_COLOR});
 }

@@ -168,7 +168,8 @@ const char* const FULL_NAME = "00000004 0061 0062"
 
 TEST_F(TOLV_DATA_TRANSFER_PAYLOAD_TEST, texts_are_counted_and_big_endian)
 {
-    manager().add_text_format(QStringList({QStringLiteral("Az"), QString(), QStringLiteral(""), QString(0x20ac)}));
+    manager().add_text_format(
+        QStringList({QStringLiteral("Az"), QString(), QString(QLatin1String("")), QString(0x20ac)}));
     const char* const bytes = "00000004 0041 007a ffffffff 00000000 00000002 20ac";
     EXPECT_EQ(hex(bytes), payload(STRING_LIST));
 
@@ -208,7 +209,7 @@ TEST_F(TOLV_DATA_TRANSFER_PAYLOAD_TEST, an_assignment_is_four_texts_the_flag_and
     assignment.m_value = 5;
     assignment.m_field_1 = QStringLiteral("1");
     assignment.m_field_2 = QStringLiteral("2") + QChar(0x20ac);
-    assignment.m_field_4 = QStringLiteral("");
+    assignment.m_field_4 = QString(QLatin1String(""));
     assignment.m_flag = false;
     assignment.m_field_5 = QStringLiteral("5");
     assignment.m_field_6 = QStringLiteral("6");

@@ -22,30 +22,23 @@ namespace
 {
 using TOPICS = std::vector<std::string>;
 
-/// A dialog with a topic of its own, and with its protected parts open.
-class PUMP_DIALOG : public TOLV_DIALOG
+/// A dialog with its protected parts open.
+class OPEN_DIALOG : public TOLV_DIALOG
 {
 public:
     using TOLV_DIALOG::m_geometry_key;
     using TOLV_DIALOG::m_restore_pending;
     using TOLV_DIALOG::m_save_pending;
     using TOLV_DIALOG::TOLV_DIALOG;
+};
 
+/// A dialog with a topic of its own.
+class PUMP_DIALOG : public TOLV_DIALOG
+{
+public:
     std::string get_help_topic_string() override
     {
         return "pump/pressure";
-    }
-};
-
-/// The same with the topic of every dialog.
-class PLAIN_DIALOG : public PUMP_DIALOG
-{
-public:
-    using PUMP_DIALOG::PUMP_DIALOG;
-
-    std::string get_help_topic_string() override
-    {
-        return TOLV_DIALOG::get_help_topic_string();
     }
 };
 
@@ -67,9 +60,9 @@ protected:
         TOLV_GUI_TEST::TearDown();
     }
 
-    static std::unique_ptr<PLAIN_DIALOG> make_dialog(const QString& title)
+    static std::unique_ptr<OPEN_DIALOG> make_dialog(const QString& title)
     {
-        auto dialog = std::make_unique<PLAIN_DIALOG>();
+        auto dialog = std::make_unique<OPEN_DIALOG>();
         dialog->setWindowTitle(title);
         return dialog;
     }
@@ -111,7 +104,7 @@ protected:
     const QRect FIRST{90, 80, 300, 200};
     const QRect SECOND{60, 70, 400, 220};
     MODULE_RECORDER m_recorder;
-    std::unique_ptr<PLAIN_DIALOG> m_dialog;
+    std::unique_ptr<OPEN_DIALOG> m_dialog;
 };
 } // namespace
 
@@ -162,7 +155,7 @@ TEST_F(TOLV_DIALOG_TEST, the_key_in_a_child_shows_help_on_the_title)
 
 TEST_F(TOLV_DIALOG_TEST, the_key_in_a_dialog_is_not_its_parents)
 {
-    PLAIN_DIALOG inner(m_dialog.get());
+    OPEN_DIALOG inner(m_dialog.get());
     inner.setWindowTitle(QStringLiteral("Inner"));
     auto* const edit = new QLineEdit(&inner);
     ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));

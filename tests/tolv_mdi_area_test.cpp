@@ -204,18 +204,18 @@ TEST_F(TOLV_MDI_AREA_TEST, a_tab_gets_a_tool_tip_where_its_text_is_the_title)
 {
     add("top.v");
     add("pump.v");
-    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/home/top.v"), 0);
-    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/home/top.v"), 1);
-    m_area->update_tab_tooltip(QStringLiteral("pump"), QStringLiteral("/home/pump.v"), 1);
-    EXPECT_EQ(QStringLiteral("/home/top.v"), get_tooltip(0));
+    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/designs/top.v"), 0);
+    m_area->update_tab_tooltip(QStringLiteral("top.v"), QStringLiteral("/designs/top.v"), 1);
+    m_area->update_tab_tooltip(QStringLiteral("pump"), QStringLiteral("/designs/pump.v"), 1);
+    EXPECT_EQ(QStringLiteral("/designs/top.v"), get_tooltip(0));
     EXPECT_EQ(QString(), get_tooltip(1));
 }
 
 TEST_F(TOLV_MDI_AREA_TEST, the_mark_of_a_modified_document_is_taken_out_of_title_and_tool_tip)
 {
     add("top.v");
-    m_area->update_tab_tooltip(QStringLiteral("top[*].v[*]"), QStringLiteral(" /home/[*]top.v[*] "), 0);
-    EXPECT_EQ(QStringLiteral(" /home/top.v "), get_tooltip(0)); // not trimmed
+    m_area->update_tab_tooltip(QStringLiteral("top[*].v[*]"), QStringLiteral(" /designs/[*]top.v[*] "), 0);
+    EXPECT_EQ(QStringLiteral(" /designs/top.v "), get_tooltip(0)); // not trimmed
 }
 
 TEST_F(TOLV_MDI_AREA_TEST, a_tool_tip_of_blanks_is_not_set)
@@ -393,13 +393,6 @@ TEST_F(TOLV_MDI_AREA_TEST, a_trial_build_has_a_tiled_background)
     hide_pictures();
     EXPECT_EQ(Qt::TexturePattern, m_area->background().style());
     expect_same_picture(draw_background(QBrush(tile)), render_widget(m_area->viewport()));
-}
-
-TEST(TOLV_MDI_AREA_SWITCH, the_switch_gives_the_background_of_a_trial_build)
-{
-    ASSERT_NO_FATAL_FAILURE(TEST_APPLICATION::require(TEST_APPLICATION::KIND_TOLV));
-    const SCOPED_CONFIGURATION beta("show_beta_background", "1");
-    EXPECT_EQ(Qt::TexturePattern, TOLV_MDI_AREA().background().style());
 }
 
 // ---- Pictures -------------------------------------------------------------------------------------------------------

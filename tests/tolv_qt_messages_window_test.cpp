@@ -134,7 +134,9 @@ TEST_F(TOLV_QT_MESSAGES_WINDOW_TEST, each_kind_has_its_name_and_colour)
     {
         SCOPED_TRACE(kind.name);
         say(QStringLiteral("text"), kind.type);
-        const QString line = get_lines().last();
+        const QStringList lines = get_lines();
+        ASSERT_FALSE(lines.isEmpty());
+        const QString& line = lines.last();
         expect_line(QString::fromLatin1(kind.name) + QStringLiteral(": text"), line);
         EXPECT_EQ(kind.color, get_format(0).foreground().color());
         EXPECT_EQ(QStringLiteral("monospace"), get_format(0).fontFamily());

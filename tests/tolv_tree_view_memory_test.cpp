@@ -60,12 +60,12 @@ protected:
     QIdentityProxyModel m_proxy;
 };
 
-const QString TOP = QStringLiteral("top");
-const QString FIFO = QStringLiteral("top||fifo");
-const QString RAM = QStringLiteral("top||fifo||ram");
-const QString CLK = QStringLiteral("top||clk");
-const QString SPARE = QStringLiteral("spare");
-const QString PIN = QStringLiteral("spare||pin");
+const char* const TOP = "top";
+const char* const FIFO = "top||fifo";
+const char* const RAM = "top||fifo||ram";
+const char* const CLK = "top||clk";
+const char* const SPARE = "spare";
+const char* const PIN = "spare||pin";
 } // namespace
 
 // ---- Paths ----------------------------------------------------------------------------------------------------------

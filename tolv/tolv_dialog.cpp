@@ -107,10 +107,14 @@ void TOLV_DIALOG::showEvent(QShowEvent* event)
 void TOLV_DIALOG::childEvent(QChildEvent* event)
 {
     QDialog::childEvent(event);
-    if (event->type() != QEvent::ChildPolished)
-        return;
-    // A child can be polished any number of times; the link stays single.
-    auto* const button = qobject_cast<QPushButton*>(event->child());
+    if (event->type() == QEvent::ChildPolished)
+        wire_help(event->child());
+}
+
+/// A child can be polished any number of times; the link stays single.
+void TOLV_DIALOG::wire_help(QObject* child)
+{
+    auto* const button = qobject_cast<QPushButton*>(child);
     if (button != nullptr && button->text() == QLatin1String("Help"))
     {
         MSG_TOLV::DEBUG_MSG("%s", "Found a Help button")->send();
@@ -118,7 +122,7 @@ void TOLV_DIALOG::childEvent(QChildEvent* event)
         TOLV_SAFE_CONNECT(button, SIGNAL(clicked()), this, SLOT(help_button_clicked()));
         return;
     }
-    auto* const box = qobject_cast<QDialogButtonBox*>(event->child());
+    auto* const box = qobject_cast<QDialogButtonBox*>(child);
     if (box != nullptr && has_help_button(*box))
     {
         MSG_TOLV::DEBUG_MSG("%s", "Found a button box with a Help button")->send();

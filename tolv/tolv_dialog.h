@@ -50,4 +50,5 @@ protected:
 
 private:
     QString get_geometry_key() const;
+    void wire_help(QObject* child);
 };

@@ -6,6 +6,7 @@
 #include "tolv_interaction_loop_p.h"
 #include "tolv_mem.h"
 #include "tolv_pen.h"
+#include "tolv_view_arithmetic.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -16,7 +17,7 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 #include <limits>
 
 TOLV_MEM_INITIALIZER();
@@ -122,10 +123,11 @@ QRect get_spanned_rect(const QPoint& a, const QPoint& b)
     return QRect(a, b).normalized();
 }
 
-int get_limited(double value)
+/// A distance by the aspect ratio, cut off, and kept far below what would make a coordinate overflow.
+int get_correction(double value)
 {
-    constexpr double LIMIT = std::numeric_limits<int>::max() / 4.0; // far outside of any widget
-    return std::isnan(value) ? 0 : int(std::clamp(value, -LIMIT, LIMIT));
+    constexpr int LIMIT = std::numeric_limits<int>::max() / 4;
+    return std::clamp(tolv_truncate(value), -LIMIT, LIMIT);
 }
 } // namespace
 
@@ -379,10 +381,8 @@ void TOLV_DRAG_TRACKER::mouseMoveEvent(QMouseEvent* event)
     TOLV_CHECK_TEXT(m_callback != nullptr, "m_callback != NULL");
     if (m_widget == nullptr || m_callback == nullptr)
         return;
-    const QPointF screen = event->screenPos();
-    const QPoint global(int(std::lround(screen.x())), int(std::lround(screen.y())));
     // By way of the screen, so that the point is right although the widget scrolls under the pointer.
-    const QPoint point = m_callback->adjust_mouse_point(m_widget->mapFromGlobal(global));
+    const QPoint point = m_callback->adjust_mouse_point(m_widget->mapFromGlobal(tolv_get_global_position(*event)));
     if (m_aspect_ratio != 0.0)
     {
         // The last point stays the beginning of the drag, from which the ratio is measured; this is meant.
@@ -436,12 +436,12 @@ QPoint TOLV_DRAG_TRACKER::correct_aspect_ratio(QPoint point) const
     const int dy = point.y() - m_last_point.y();
     if (std::abs(dx) < std::abs(dy))
     {
-        const int correction = get_limited(std::abs(dy) * m_aspect_ratio);
+        const int correction = get_correction(std::abs(dy) * m_aspect_ratio);
         point.rx() += dx < 0 ? -correction : correction;
     }
     else
     {
-        const int correction = get_limited(std::abs(dx) / m_aspect_ratio);
+        const int correction = get_correction(std::abs(dx) / m_aspect_ratio);
         point.ry() += dy < 0 ? -correction : correction;
     }
     return point;

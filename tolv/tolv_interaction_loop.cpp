@@ -3,6 +3,7 @@
 #include "tolv_global.h"
 #include "tolv_mem.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 
 TOLV_MEM_INITIALIZER();
@@ -15,22 +16,35 @@ TOLV_INTERACTION_LOOP::TOLV_INTERACTION_LOOP(QWidget* widget, QObject* filter) :
 bool TOLV_INTERACTION_LOOP::run()
 {
     m_widget->installEventFilter(m_filter);
-    m_widget->installEventFilter(this); // in front of the filter
+    QCoreApplication::instance()->installEventFilter(this);
     exec();
-    if (m_widget == nullptr)
-        return false;
-    m_widget->removeEventFilter(this);
-    if (m_filter != nullptr)
+    QCoreApplication::instance()->removeEventFilter(this);
+    if (m_widget != nullptr && m_filter != nullptr)
         m_widget->removeEventFilter(m_filter);
-    return !m_is_broken;
+    for (const QPointer<QObject>& object : qAsConst(m_to_delete))
+        if (object != nullptr)
+            object->deleteLater();
+    return m_widget != nullptr && !m_is_broken;
 }
 
 bool TOLV_INTERACTION_LOOP::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_widget && (event->type() == QEvent::Hide || event->type() == QEvent::DeferredDelete))
+    const bool is_hidden = event->type() == QEvent::Hide && watched == m_widget;
+    const bool is_to_be_deleted = event->type() == QEvent::DeferredDelete && contains_widget(watched);
+    if (is_to_be_deleted)
+        m_to_delete << watched;
+    if (is_hidden || is_to_be_deleted)
     {
         m_is_broken = true;
         exit(0);
     }
+    return is_to_be_deleted;
+}
+
+bool TOLV_INTERACTION_LOOP::contains_widget(const QObject* object) const
+{
+    for (const QObject* ancestor = m_widget; ancestor != nullptr; ancestor = ancestor->parent())
+        if (ancestor == object)
+            return true;
     return false;
 }

@@ -2,30 +2,37 @@
 
 #include "tolv_global.h"
 #include "tolv_mem.h"
+#include "tolv_tree_filter_changes_p.h"
+#include "tolv_tree_filtering_p.h"
 
 #include <QStringList>
 
 TOLV_MEM_INITIALIZER();
 
-/// State of a filtering under way.
-class TOLV_TREE_FILTERING
-{
-};
-
 namespace
 {
 /// Rows that matched, of whichever proxy of the process filtered last.
 int s_result_counter = 0;
+/// The proxy that filtered last; null if there is none any more.
+TOLV_TREE_FILTER_PROXY_MODEL* s_last_filtered = nullptr;
 } // namespace
 
-TOLV_TREE_FILTER_PROXY_MODEL::TOLV_TREE_FILTER_PROXY_MODEL(QObject* parent) : QSortFilterProxyModel(parent)
+TOLV_TREE_FILTER_PROXY_MODEL::TOLV_TREE_FILTER_PROXY_MODEL(QObject* parent)
+    : QSortFilterProxyModel(parent), m_filtering(std::make_unique<TOLV_TREE_FILTERING>(*this)),
+      m_changes(std::make_unique<TOLV_TREE_FILTER_CHANGES>(*this, *m_filtering))
 {
 }
 
-TOLV_TREE_FILTER_PROXY_MODEL::~TOLV_TREE_FILTER_PROXY_MODEL() = default;
+TOLV_TREE_FILTER_PROXY_MODEL::~TOLV_TREE_FILTER_PROXY_MODEL()
+{
+    if (s_last_filtered == this)
+        s_last_filtered = nullptr;
+}
 
 int TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count()
 {
+    if (s_last_filtered != nullptr)
+        s_last_filtered->m_filtering->count_all();
     return s_result_counter;
 }
 
@@ -68,28 +75,55 @@ void TOLV_TREE_FILTER_PROXY_MODEL::insert_filter_column(int column)
     m_filter_columns.append(column);
 }
 
+void TOLV_TREE_FILTER_PROXY_MODEL::setFilterRegularExpression(const QRegularExpression& expression)
+{
+    m_filtering->filter([&] { QSortFilterProxyModel::setFilterRegularExpression(expression); });
+}
+
+// Of each change of the source model, one of ours has to hear before the base class does, and one after it.
 void TOLV_TREE_FILTER_PROXY_MODEL::setSourceModel(QAbstractItemModel* source)
 {
+    m_filtering->forget();
+    m_changes->leave(sourceModel());
+    m_changes->hear_before(source);
     QSortFilterProxyModel::setSourceModel(source);
+    m_changes->hear_after(source);
 }
 
 QModelIndex TOLV_TREE_FILTER_PROXY_MODEL::index(int row, int column, const QModelIndex& parent) const
 {
+    const TOLV_TREE_FILTERING::QUESTION question(*m_filtering);
     return QSortFilterProxyModel::index(row, column, parent);
 }
 
 int TOLV_TREE_FILTER_PROXY_MODEL::rowCount(const QModelIndex& parent) const
 {
+    const TOLV_TREE_FILTERING::QUESTION question(*m_filtering);
     return QSortFilterProxyModel::rowCount(parent);
+}
+
+int TOLV_TREE_FILTER_PROXY_MODEL::columnCount(const QModelIndex& parent) const
+{
+    const TOLV_TREE_FILTERING::QUESTION question(*m_filtering);
+    return QSortFilterProxyModel::columnCount(parent);
 }
 
 bool TOLV_TREE_FILTER_PROXY_MODEL::hasChildren(const QModelIndex& parent) const
 {
+    const TOLV_TREE_FILTERING::QUESTION question(*m_filtering);
     return QSortFilterProxyModel::hasChildren(parent);
 }
 
+// The base class looks at the row alone, and maps levels below hidden rows for it.
 QModelIndex TOLV_TREE_FILTER_PROXY_MODEL::mapFromSource(const QModelIndex& source_index) const
 {
+    const TOLV_TREE_FILTERING::QUESTION question(*m_filtering);
+    if (source_index.isValid() && source_index.model() == sourceModel())
+    {
+        const QModelIndex parent = source_index.parent();
+        if (parent.isValid() && !mapFromSource(parent).isValid())
+            return QModelIndex();
+    }
     return QSortFilterProxyModel::mapFromSource(source_index);
 }
 
@@ -105,6 +139,7 @@ void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword, bool match_cas
     Q_UNUSED(match_case)
     const QRegularExpression expression = process_keyword_expression(keyword.trimmed());
     s_result_counter = 0;
+    s_last_filtered = this;
     if (filter)
     {
         setFilterRegularExpression(expression);
@@ -131,29 +166,21 @@ void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword)
     regexp_filter(keyword, true, true);
 }
 
+void TOLV_TREE_FILTER_PROXY_MODEL::invalidateFilter()
+{
+    m_filtering->filter([this] { QSortFilterProxyModel::invalidateFilter(); });
+}
+
 bool TOLV_TREE_FILTER_PROXY_MODEL::filterAcceptsRow(int row, const QModelIndex& parent) const
 {
-    if (filter_accepts_row_itself(row, parent) || (m_include_invisible_root_child && !parent.isValid()))
-    {
-        ++s_result_counter;
-        return true;
-    }
-    if (m_include_child)
-    {
-        for (QModelIndex p = parent; p.isValid(); p = p.parent())
-        {
-            if (filter_accepts_row_itself(p.row(), p.parent()))
-                return true;
-        }
-    }
-    return children_is_accepted(row, parent);
+    return m_filtering->accepts(row, parent);
 }
 
 bool TOLV_TREE_FILTER_PROXY_MODEL::filter_accepts_row_itself(int row, const QModelIndex& parent) const
 {
     if (QSortFilterProxyModel::filterAcceptsRow(row, parent))
         return true;
-    if (m_filter_columns.isEmpty())
+    if (m_filter_columns.isEmpty() || sourceModel() == nullptr)
         return false;
     QString text;
     for (const int column : m_filter_columns)
@@ -166,14 +193,21 @@ bool TOLV_TREE_FILTER_PROXY_MODEL::filter_accepts_row_itself(int row, const QMod
 
 bool TOLV_TREE_FILTER_PROXY_MODEL::children_is_accepted(int row, const QModelIndex& parent) const
 {
+    if (sourceModel() == nullptr)
+        return false;
     const QModelIndex index = sourceModel()->index(row, 0, parent);
     if (!index.isValid())
         return false;
     const int count = sourceModel()->rowCount(index);
     for (int child = 0; child < count; ++child)
     {
-        if (filter_accepts_row_itself(child, index) || children_is_accepted(child, index))
+        if (m_filtering->accepts_itself(child, index) || m_filtering->accepts_children(child, index))
             return true;
     }
     return false;
+}
+
+void TOLV_TREE_FILTER_PROXY_MODEL::count_match()
+{
+    ++s_result_counter;
 }

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class TOLV_TREE_FILTER_CHANGES;
 class TOLV_TREE_FILTERING;
 
 /// The filter of a tree: the syntax of what a user types, the rules for the rows that stay, and the count of matches.
@@ -58,10 +59,15 @@ public:
     /// behind it, as one text, in which the words of a keyword may stand in different columns. No check for duplicates.
     void insert_filter_column(int column);
 
+    /// What QSortFilterProxyModel does, announced to views as a filtering by keyword is.
+    void setFilterRegularExpression(const QRegularExpression& expression);
+
     void setSourceModel(QAbstractItemModel* source) override;
     QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     bool hasChildren(const QModelIndex& parent = QModelIndex()) const override;
+    /// Invalid for a row that is not shown, also because a row above it is not.
     QModelIndex mapFromSource(const QModelIndex& source_index) const override;
 
 public slots:
@@ -92,6 +98,8 @@ signals:
     void filter_content(QRegularExpression regExp);
 
 protected:
+    /// Filters again, as QSortFilterProxyModel does, announced to views as a filtering by keyword is.
+    void invalidateFilter();
     /// Applies the rules to a row of the source model, and counts it if it matches itself or always stays at the top.
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
@@ -103,9 +111,16 @@ public:
     virtual bool children_is_accepted(int row, const QModelIndex& parent) const;
 
 private:
+    friend class TOLV_TREE_FILTER_CHANGES;
+    friend class TOLV_TREE_FILTERING;
+
+    /// Counts a row that matches.
+    static void count_match();
+
     bool m_include_child = true;
     bool m_include_invisible_root_child = false;
     QList<int> m_filter_columns;
 
     std::unique_ptr<TOLV_TREE_FILTERING> m_filtering;
+    std::unique_ptr<TOLV_TREE_FILTER_CHANGES> m_changes;
 };

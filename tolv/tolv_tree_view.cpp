@@ -56,17 +56,17 @@ std::optional<bool> to_switch(const QVariant& stored)
     if (text == QLatin1String("true") || text == QLatin1String("false"))
         return text == QLatin1String("true");
     const std::optional<qlonglong> number = to_number(stored);
-    if (number == 0 || number == 1)
-        return number == 1;
-    return std::nullopt;
+    if (!number.has_value() || *number < 0 || *number > 1)
+        return std::nullopt;
+    return *number == 1;
 }
 
 std::optional<int> to_width(const QVariant& stored)
 {
     const std::optional<qlonglong> number = to_number(stored);
-    if (number < 0 || number > MAXIMUM_COLUMN_WIDTH)
+    if (!number.has_value() || *number < 0 || *number > MAXIMUM_COLUMN_WIDTH)
         return std::nullopt;
-    return number;
+    return static_cast<int>(*number);
 }
 
 /// A stored value; nothing where none is stored.
@@ -119,7 +119,7 @@ bool TOLV_TREE_VIEW::handle_f1_help()
     return false;
 }
 
-void TOLV_TREE_VIEW::item_check_state_changed([[maybe_unused]] QString path)
+void TOLV_TREE_VIEW::item_check_state_changed(QString /*path*/) // NOLINT(performance-unnecessary-value-param)
 {
 }
 

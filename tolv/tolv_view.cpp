@@ -35,10 +35,10 @@ int scale_extent(int logical, float zoom)
     return tolv_truncate(float(logical) * zoom);
 }
 
-/// What Qt takes for the size of a widget.
+/// What Qt takes for the smallest size of a widget: the largest size itself would stand for none.
 int limit_to_widget_size(int extent)
 {
-    return std::clamp(extent, 0, QWIDGETSIZE_MAX);
+    return std::clamp(extent, 0, QWIDGETSIZE_MAX - 1);
 }
 } // namespace
 

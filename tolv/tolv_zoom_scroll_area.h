@@ -166,7 +166,7 @@ private:
     bool other_event_filter(QEvent* e);
     void zoom_by_wheel(const QWheelEvent& e);
     void scroll_by_wheel(const QWheelEvent& e);
-    bool scroll_by_key(const QKeyEvent& e);
+    void scroll_by_key(const QKeyEvent& e);
 
     QAction* m_zoom_tool_action;
     QAction* m_pan_tool_action;
