@@ -71,7 +71,9 @@ private:
         else if (option == "--dark")
             m_result.is_dark = take_no_value(option);
         else if (option == "--preferences")
-            take_preferences();
+            take_place(option, "colours", m_result.preferences);
+        else if (option == "--gallery")
+            take_place(option, "actions", m_result.gallery);
         else if (option == "--screenshot")
             take_value(option, m_result.screenshot);
         else if (option == "--select")
@@ -103,11 +105,14 @@ private:
         return !value.empty();
     }
 
-    void take_preferences()
+    /// An option that opens a window, with or without a place in it.
+    void take_place(const std::string& option, const char* usual_place, std::string& place)
     {
-        m_result.preferences = m_has_value ? m_value : "colours";
-        if (m_result.preferences.empty())
-            m_result.error = "the option \"--preferences\" needs a value behind \"=\"";
+        place = m_has_value ? m_value : usual_place;
+        if (place.empty())
+            m_result.error = "the option \"" + option + "\" needs a value behind \"=\"";
+        else if (!m_result.preferences.empty() && !m_result.gallery.empty())
+            m_result.error = "\"--preferences\" and \"--gallery\" do not go together";
     }
 
     void take_size(const std::string& option)
@@ -156,7 +161,13 @@ std::string COMMAND_LINE::get_help()
            "  --preferences[=WHAT]  open the preferences, at \"colours\", \"fonts\", \"lines\" or the row of this "
            "name, such as\n"
            "                        TOLV_MSW_ERROR_COLOR; a screenshot shows them alone\n"
-           "  --size WxH            size in pixels of the window, or of the preferences\n"
+           "  --gallery[=WHAT]      open the gallery of all that the library has by name, at \"actions\", \"icons\", "
+           "\"cursors\",\n"
+           "                        \"pixmaps\", \"movies\", \"colours\", \"pens\", \"brushes\", \"fonts\" or a name, "
+           "such "
+           "as\n"
+           "                        TOLV_COPY_ICON; a screenshot shows it alone\n"
+           "  --size WxH            size in pixels of the window, or of the preferences or the gallery\n"
            "  --scale N             draw everything N times as large\n"
            "  --dark                light text on dark ground\n"
            "  -h, --help            show this text and end\n"

@@ -1,13 +1,14 @@
 #include "workbench_app.h"
 
+#include "gallery_window.h"
 #include "preferences_dialog.h"
 #include "tolv_gdi_manager.h"
 #include "tolv_global.h"
+#include "workbench_palette.h"
 #include "workbench_window.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QPalette>
 #include <QPixmap>
 
 #include <cstdio>
@@ -16,28 +17,6 @@
 
 namespace
 {
-/// The colours of a dark desktop, for the Fusion style.
-QPalette get_dark_palette()
-{
-    QPalette palette(QColor(0x35, 0x38, 0x3c), QColor(0x2b, 0x2d, 0x30));
-    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x23));
-    palette.setColor(QPalette::AlternateBase, QColor(0x27, 0x29, 0x2c));
-    palette.setColor(QPalette::ToolTipBase, QColor(0x35, 0x38, 0x3c));
-    for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-    {
-        palette.setColor(role, QColor(0xe4, 0xe6, 0xe8));
-        palette.setColor(QPalette::Disabled, role, QColor(0x85, 0x88, 0x8c));
-    }
-    palette.setColor(QPalette::BrightText, Qt::white);
-    palette.setColor(QPalette::PlaceholderText, QColor(0x95, 0x98, 0x9c));
-    palette.setColor(QPalette::Link, QColor(0x78, 0xb4, 0xff));
-    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xa8));
-    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0x45, 0x50, 0x5e));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
-
 /// What Qt has to find in the environment before the application object is made.
 void prepare_environment(const COMMAND_LINE& command_line)
 {
@@ -100,18 +79,18 @@ int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
     m_command_line = command_line;
     if (command_line.is_dark)
     {
-        setPalette(get_dark_palette());
+        setPalette(workbench_get_palette(true));
         // Defaults that come from the palette are taken when the resources are made; nobody holds one yet.
         tolv_delete_gdi_manager();
         tolv_create_gdi_manager();
     }
     const auto window = std::make_unique<WORKBENCH_WINDOW>();
     m_window = window.get();
-    if (command_line.width > 0 && command_line.preferences.empty())
+    if (command_line.width > 0 && command_line.preferences.empty() && command_line.gallery.empty())
         window->resize(command_line.width, command_line.height);
     window->setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
     window->show();
-    if (!command_line.preferences.empty() && !open_preferences() && !command_line.screenshot.empty())
+    if (!open_what_is_wanted() && !command_line.screenshot.empty())
         return EXIT_FAILURE;
     TOLV_SAFE_CONNECT(window.get(), SIGNAL(load_ended()), this, SLOT(finish_loading()));
     const QString file =
@@ -127,6 +106,12 @@ int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
     return status == 0 ? m_exit_status : status;
 }
 
+bool WORKBENCH_APP::open_what_is_wanted()
+{
+    return (m_command_line.preferences.empty() || open_preferences()) &&
+           (m_command_line.gallery.empty() || open_gallery());
+}
+
 bool WORKBENCH_APP::open_preferences()
 {
     m_preferences = m_window->open_preferences();
@@ -139,11 +124,27 @@ bool WORKBENCH_APP::open_preferences()
     return is_there;
 }
 
+bool WORKBENCH_APP::open_gallery()
+{
+    m_gallery = m_window->open_gallery();
+    if (m_command_line.width > 0)
+        m_gallery->use_size(QSize(m_command_line.width, m_command_line.height));
+    const QString place = QString::fromStdString(m_command_line.gallery);
+    const bool is_there = m_gallery->select(place);
+    if (!is_there)
+        fail(tr("the gallery has no \"%1\"").arg(place));
+    return is_there;
+}
+
 bool WORKBENCH_APP::write_screenshot()
 {
     processEvents(QEventLoop::ExcludeUserInputEvents); // layouts and repaints that are still due
     const QString file = QString::fromLocal8Bit(m_command_line.screenshot.c_str());
-    QWidget* const shown = m_preferences != nullptr ? static_cast<QWidget*>(m_preferences) : m_window;
+    QWidget* shown = m_window;
+    if (m_preferences != nullptr)
+        shown = m_preferences;
+    else if (m_gallery != nullptr)
+        shown = m_gallery;
     if (shown->grab().save(file, "PNG"))
         return true;
     fail(tr("the picture \"%1\" cannot be written").arg(file));

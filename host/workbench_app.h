@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+class GALLERY_WINDOW;
 class PREFERENCES_DIALOG;
 class WORKBENCH_WINDOW;
 
@@ -32,12 +33,15 @@ private slots:
 
 private:
     int run_window(const COMMAND_LINE& command_line);
+    bool open_what_is_wanted();
     bool open_preferences();
+    bool open_gallery();
     bool write_screenshot();
     void fail(const QString& text);
 
     COMMAND_LINE m_command_line;
     QPointer<WORKBENCH_WINDOW> m_window;
     QPointer<PREFERENCES_DIALOG> m_preferences; ///< those that the command line has opened
+    QPointer<GALLERY_WINDOW> m_gallery;         ///< likewise
     int m_exit_status = 0;
 };

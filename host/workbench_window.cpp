@@ -1,5 +1,6 @@
 #include "workbench_window.h"
 
+#include "gallery_window.h"
 #include "hierarchy_model.h"
 #include "netlist_properties.h"
 #include "preferences_dialog.h"
@@ -139,6 +140,24 @@ PREFERENCES_DIALOG* WORKBENCH_WINDOW::open_preferences()
     return m_preferences;
 }
 
+GALLERY_WINDOW* WORKBENCH_WINDOW::open_gallery()
+{
+    if (m_gallery == nullptr)
+    {
+        m_gallery = new GALLERY_WINDOW(this);
+        m_gallery->setAttribute(Qt::WA_DeleteOnClose);
+        if (testAttribute(Qt::WA_DontShowOnScreen))
+        {
+            m_gallery->setAttribute(Qt::WA_DontShowOnScreen);
+            m_gallery->use_size(m_gallery->size()); // pictures are alike whatever the user has done
+        }
+    }
+    m_gallery->show();
+    m_gallery->raise();
+    m_gallery->activateWindow();
+    return m_gallery;
+}
+
 void WORKBENCH_WINDOW::open_file(const QString& file)
 {
     m_load_error.clear();
@@ -162,6 +181,11 @@ void WORKBENCH_WINDOW::cancel_loading()
 void WORKBENCH_WINDOW::show_preferences()
 {
     open_preferences();
+}
+
+void WORKBENCH_WINDOW::show_gallery()
+{
+    open_gallery();
 }
 
 void WORKBENCH_WINDOW::dragEnterEvent(QDragEnterEvent* event)
@@ -236,6 +260,8 @@ void WORKBENCH_WINDOW::apply_drawing_resources()
     m_messages->apply_drawing_resources();
     m_module_view->apply_drawing_resources();
     m_totals_view->apply_drawing_resources();
+    if (m_gallery != nullptr)
+        m_gallery->apply_drawing_resources();
 }
 
 void WORKBENCH_WINDOW::show_progress(int percent)
@@ -413,6 +439,9 @@ void WORKBENCH_WINDOW::create_help_menu()
 {
     QMenu* const menu = menuBar()->addMenu(tr("&Help"));
     menu->setObjectName(QStringLiteral("help_menu"));
+    QAction* const gallery_action = menu->addAction(tr("&Gallery..."));
+    gallery_action->setObjectName(QStringLiteral("gallery_action"));
+    TOLV_SAFE_CONNECT(gallery_action, SIGNAL(triggered()), this, SLOT(show_gallery()));
     QAction* const action = menu->addAction(tr("&About Norvane Workbench"));
     TOLV_SAFE_CONNECT(action, SIGNAL(triggered()), this, SLOT(show_about()));
 }

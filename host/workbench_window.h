@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class GALLERY_WINDOW;
 class HIERARCHY_MODEL;
 class NETLIST_BIT_NAMES;
 class PREFERENCES_DIALOG;
@@ -47,6 +48,9 @@ public:
     /// Opens the preferences, unless they are open. The window keeps them; they go when they are closed.
     PREFERENCES_DIALOG* open_preferences();
 
+    /// Opens the gallery, unless it is open. The window keeps it; it goes when it is closed.
+    GALLERY_WINDOW* open_gallery();
+
 public slots:
     /// Begins to read a file. One that is being read is given up for it.
     void open_file(const QString& file);
@@ -54,6 +58,7 @@ public slots:
     void reload();
     void cancel_loading();
     void show_preferences();
+    void show_gallery();
 
 signals:
     /// A loading has ended in one way or another.
@@ -100,6 +105,7 @@ private:
     QString m_load_error;
     QFont m_window_font; ///< the named font that the application was last given
     QPointer<PREFERENCES_DIALOG> m_preferences;
+    QPointer<GALLERY_WINDOW> m_gallery;
 
     WORKBENCH_LOADER* m_loader;
     HIERARCHY_MODEL* m_hierarchy;

@@ -106,6 +106,10 @@ TEST(host_command_line, all_options_are_understood)
     EXPECT_EQ("colours", parse({"--preferences"}).preferences);
     EXPECT_EQ("TOLV_GUI_FONT", parse({"--preferences=TOLV_GUI_FONT"}).preferences);
     EXPECT_EQ("a.json", parse({"--preferences", "a.json"}).file);
+    EXPECT_EQ("", line.gallery);
+    EXPECT_EQ("actions", parse({"--gallery"}).gallery);
+    EXPECT_EQ("TOLV_COPY_ICON", parse({"--gallery=TOLV_COPY_ICON"}).gallery);
+    EXPECT_EQ("a.json", parse({"--gallery", "a.json"}).file);
 }
 
 TEST(host_command_line, options_of_qt_pass_by)
@@ -125,6 +129,8 @@ TEST(host_command_line, what_makes_no_sense_is_named)
     EXPECT_EQ("the option \"--screenshot\" needs a value", get_error({"--screenshot="}));
     EXPECT_EQ("the option \"--dark\" takes no value", get_error({"--dark=1"}));
     EXPECT_EQ("the option \"--preferences\" needs a value behind \"=\"", get_error({"--preferences="}));
+    EXPECT_EQ("the option \"--gallery\" needs a value behind \"=\"", get_error({"--gallery="}));
+    EXPECT_EQ("\"--preferences\" and \"--gallery\" do not go together", get_error({"--gallery", "--preferences"}));
     for (const char* size : {"640", "x480", "640x", "640x480x1", "0x480", "640x-1", "99999x1", "a", " 640x480 "})
         EXPECT_EQ("\"" + std::string(size) + "\" is no size: such as 1280x800, at most 16000 either way, is",
                   get_error({"--size", size}));
@@ -225,6 +231,21 @@ TEST(host_program, the_preferences_can_be_pictured_alone)
     const CHILD_RESULT result = run_workbench({"--screenshot", fonts, "--preferences=NOBODY", DESIGN});
     EXPECT_EQ(1, result.exit_status);
     EXPECT_EQ("norvane_workbench: there are no preferences \"NOBODY\"\n", result.err);
+}
+
+TEST(host_program, the_gallery_can_be_pictured_alone)
+{
+    const std::string icons = get_picture("icons.png");
+    const std::string cursors = get_picture("cursors.png");
+    const CHILD_RESULT first = run_workbench({"--screenshot", icons, "--gallery=icons", "--size", "900x600", DESIGN});
+    EXPECT_EQ(0, first.exit_status) << first.err;
+    EXPECT_EQ(QSize(900, 600), load_picture(icons).size());
+    EXPECT_GT(count_colors(load_picture(icons)), 50);
+    EXPECT_EQ(0, run_workbench({"--screenshot", cursors, "--gallery=cursors", "--size", "900x600"}).exit_status);
+    EXPECT_NE(load_picture(icons), load_picture(cursors));
+    const CHILD_RESULT result = run_workbench({"--screenshot", icons, "--gallery=NOBODY", DESIGN});
+    EXPECT_EQ(1, result.exit_status);
+    EXPECT_EQ("norvane_workbench: the gallery has no \"NOBODY\"\n", result.err);
 }
 
 TEST(host_program, colours_of_the_desktop_are_dark_in_a_dark_window)
