@@ -68,6 +68,7 @@ TEST_F(TOLV_DOCK_WIDGET_LAYOUT_TEST, docked_unpinned_floating_and_closed_windows
     unpin(unpinned_right);
     unpin(unpinned_top);
     floating->detach();
+    ASSERT_TRUE(GUI_DRIVER::show(floating)); // a window manager has placed it then
     floating->setGeometry(300, 200, 260, 180);
     closed->close_widget();
     GUI_DRIVER::process_posted();
@@ -109,7 +110,7 @@ TEST_F(TOLV_DOCK_WIDGET_LAYOUT_TEST, docked_unpinned_floating_and_closed_windows
     EXPECT_EQ(FLOATING, afloat->m_state);
     EXPECT_TRUE(afloat->isFloating());
     EXPECT_TRUE(afloat->isVisible());
-    EXPECT_EQ(QSize(260, 180), afloat->size());
+    EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return afloat->size() == QSize(260, 180); }));
     EXPECT_TRUE(afloat->m_is_pinned);
     EXPECT_EQ(0, afloat->get_shown("pin"));
     afloat->detach();
