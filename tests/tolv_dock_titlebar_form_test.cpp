@@ -47,6 +47,7 @@ const BUTTON_ROW BUTTON_ROWS[] = {
 std::vector<std::string> get_names(const QBoxLayout& layout)
 {
     std::vector<std::string> names;
+    names.reserve(layout.count());
     for (int i = 0; i < layout.count(); ++i)
         names.push_back(layout.itemAt(i)->widget()->objectName().toStdString());
     return names;

@@ -57,6 +57,7 @@ protected:
         const auto* const layout =
             GUI_DRIVER::find_widget<QBoxLayout>(m_bar, QLatin1String(vertical ? "m_v_layout" : "m_h_layout"));
         std::vector<std::string> names;
+        names.reserve(layout->count());
         for (int i = 0; i < layout->count(); ++i)
             names.push_back(layout->itemAt(i)->widget()->objectName().toStdString());
         return names;

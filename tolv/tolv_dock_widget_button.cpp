@@ -134,11 +134,10 @@ void TOLV_DOCK_WIDGET_BUTTON::hide_other_docks() const
     if (bar == nullptr)
         return;
     // A copy: what hears of a window that hides may change the bar.
-    const QMap<TOLV_DOCK_WIDGET_BUTTON*, QAction*> buttons = bar->m_buttons;
-    for (auto entry = buttons.begin(); entry != buttons.end(); ++entry)
+    const QList<TOLV_DOCK_WIDGET_BUTTON*> buttons = bar->m_buttons.keys();
+    for (TOLV_DOCK_WIDGET_BUTTON* button : buttons)
     {
-        TOLV_DOCK_WIDGET_BUTTON* const button = entry.key();
-        if (button == this || button->m_dock == m_dock || !bar->m_buttons.contains(button))
+        if (button == this || !bar->m_buttons.contains(button) || button->m_dock == m_dock)
             continue;
         if (button->m_dock != nullptr)
             button->m_dock->hide();

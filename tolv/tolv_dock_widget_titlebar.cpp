@@ -244,7 +244,7 @@ void TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::icon_hit_test(QPoint point, QRect rect,
 }
 
 QPixmap TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::get_title_bar_button(TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM button,
-                                                               QIcon icon) const
+                                                               const QIcon& icon) const
 {
     const QPixmap picture = icon.pixmap(QSize(SQUARE_SIZE, SQUARE_SIZE), QIcon::Normal, QIcon::Off);
     const QColor ground = QApplication::palette().color(QPalette::Window);

@@ -93,7 +93,7 @@ public:
     void icon_hit_test(QPoint point, QRect rect, TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM& button) const;
     /// An icon of 14 pixels on the colour of windows, which is lighter for the button that the mouse is on. For hosts
     /// that paint a bar of their own.
-    QPixmap get_title_bar_button(TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM button, QIcon icon) const;
+    QPixmap get_title_bar_button(TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM button, const QIcon& icon) const;
 
     /// That of the form in force, with 2 pixels more across, for its frame.
     QSize sizeHint() const override;
