@@ -63,6 +63,17 @@ QImage get_picture(const QIcon& icon, QIcon::State state = QIcon::Off)
 {
     return icon.pixmap(QSize(32, 32), QIcon::Normal, state).toImage();
 }
+
+/// The rectangle around all that a picture shows.
+QRect get_ink(const QImage& picture)
+{
+    QRegion ink;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y).alpha() > 128)
+                ink += QRect(x, y, 1, 1);
+    return ink.boundingRect();
+}
 } // namespace
 
 // ---- Parts ----------------------------------------------------------------------------------------------------------
@@ -204,6 +215,10 @@ TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, the_pin_is_down_while_it_is_pushed_in)
                         get_picture(icon, QIcon::Off));
     expect_same_picture(get_picture(QIcon(QStringLiteral(":/icons/svg/tolv_pushpin_down_dockwidget.svg"))),
                         get_picture(icon, QIcon::On));
+    const QRect up = get_ink(get_picture(icon, QIcon::Off));
+    const QRect down = get_ink(get_picture(icon, QIcon::On));
+    EXPECT_GT(up.width(), up.height()) << "a pin that is pulled out lies";
+    EXPECT_GT(down.height(), down.width()) << "a pin that is pushed in stands";
 }
 
 // ---- Which form shows -----------------------------------------------------------------------------------------------
