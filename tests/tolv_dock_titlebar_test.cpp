@@ -178,7 +178,8 @@ TEST_F(TOLV_DOCK_TITLEBAR_TEST, a_click_on_detach_lets_the_window_float)
         GUI_DRIVER::click(get_button("detach", vertical));
         EXPECT_TRUE(m_dock->isFloating());
         EXPECT_EQ(TOLV_DOCK_WIDGET::DOCK_STATE_FLOATING, m_dock->get_state());
-        // A floating window lies: it is docked again by the lying form's button.
+        // The bar of a floating window lies: it is docked again by the lying form's button.
+        GUI_DRIVER::show(m_dock);
         GUI_DRIVER::wait_for([&] { return get_button("detach", false)->isVisible(); });
         GUI_DRIVER::click(get_button("detach", false));
         EXPECT_FALSE(m_dock->isFloating());
