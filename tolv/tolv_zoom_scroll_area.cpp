@@ -1,5 +1,6 @@
 #include "tolv_zoom_scroll_area.h"
 
+#include "tolv_birds_eye_view.h"
 #include "tolv_check.h"
 #include "tolv_create_action.h"
 #include "tolv_drag_tracker.h"
@@ -12,9 +13,6 @@
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
 #include "tolv_zoom_drag.h"
-#if __has_include("tolv_birds_eye_view.h")
-#include "tolv_birds_eye_view.h"
-#endif
 #if __has_include("tolv_set_zoom_dlg.h")
 #include "tolv_set_zoom_dlg.h"
 #endif
@@ -118,11 +116,9 @@ void TOLV_ZOOM_SCROLL_AREA::set_view(TOLV_VIEW* view, bool has_birds_eye_view)
     view->installEventFilter(this);
     m_magnifying_tool_action->setVisible(has_birds_eye_view);
     m_birds_eye_view_action->setVisible(has_birds_eye_view);
-#if __has_include("tolv_birds_eye_view.h")
     delete m_birds_eye_view.data(); // of a view before this one
     if (has_birds_eye_view)
         create_birds_eye_view();
-#endif
 }
 
 TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
@@ -130,7 +126,6 @@ TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
     return m_view;
 }
 
-#if __has_include("tolv_birds_eye_view.h")
 TOLV_BIRDS_EYE_VIEW* TOLV_ZOOM_SCROLL_AREA::get_birds_eye_view() const
 {
     return m_birds_eye_view;
@@ -147,9 +142,13 @@ void TOLV_ZOOM_SCROLL_AREA::create_birds_eye_view()
     m_birds_eye_view = new TOLV_BIRDS_EYE_VIEW(this, m_view);
     m_birds_eye_view->hide();
     m_birds_eye_view_action->setChecked(false);
-    TOLV_SAFE_CONNECT(m_birds_eye_view_action, SIGNAL(triggered()), m_birds_eye_view.data(), SLOT(update_geometry()));
+    TOLV_BIRDS_EYE_VIEW* const dock = m_birds_eye_view;
+    connect(m_birds_eye_view_action, &QAction::triggered, dock,
+            [this, dock] { dock->set_visible_and_raise(m_birds_eye_view_action); });
+    TOLV_SAFE_CONNECT(dock, SIGNAL(dock_widget_active_state_changed(bool)), m_birds_eye_view_action,
+                      SLOT(setChecked(bool)));
+    TOLV_SAFE_CONNECT(m_view.data(), SIGNAL(update_birds_eye_view_size()), dock, SLOT(update_geometry()));
 }
-#endif
 
 QAction* TOLV_ZOOM_SCROLL_AREA::get_action(TOLV_ACTION_ENUM action) const
 {
@@ -725,6 +724,11 @@ bool TOLV_ZOOM_SCROLL_AREA::no_mode_event_filter(QEvent* e)
         const QPoint position = tolv_round_position(static_cast<QDragMoveEvent*>(e)->posF());
         ensureVisible(position.x(), position.y(), DRAG_MOVE_MARGIN, DRAG_MOVE_MARGIN);
     }
+    else if (e->type() == QEvent::Paint && m_birds_eye_view != nullptr)
+    {
+        m_birds_eye_view->update();
+        return QScrollArea::eventFilter(m_view, e);
+    }
     return false;
 }
 
@@ -838,10 +842,8 @@ void TOLV_ZOOM_SCROLL_AREA::scroll_by_key(const QKeyEvent& e)
 void TOLV_ZOOM_SCROLL_AREA::resizeEvent(QResizeEvent* e)
 {
     QScrollArea::resizeEvent(e);
-#if __has_include("tolv_birds_eye_view.h")
-    if (m_birds_eye_view != nullptr)
+    if (m_birds_eye_view != nullptr && m_view != nullptr)
         m_birds_eye_view->update_geometry();
-#endif
     if (m_view != nullptr)
         m_view->update_transform();
 }
