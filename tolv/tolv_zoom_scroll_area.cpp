@@ -9,13 +9,11 @@
 #include "tolv_magnifying_glass_widget.h"
 #include "tolv_mem.h"
 #include "tolv_mouse_gesture_widget.h"
+#include "tolv_set_zoom_dlg.h"
 #include "tolv_tool_bar.h"
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
 #include "tolv_zoom_drag.h"
-#if __has_include("tolv_set_zoom_dlg.h")
-#include "tolv_set_zoom_dlg.h"
-#endif
 
 #include <QAction>
 #include <QActionGroup>
@@ -567,6 +565,38 @@ void TOLV_ZOOM_SCROLL_AREA::set_zoom(float factor)
 void TOLV_ZOOM_SCROLL_AREA::open_set_zoom_dlg()
 {
     TOLV_CHECK_TEXT(m_view != nullptr, "m_view != NULL");
+    const float scaling = m_view->get_zoom_scaling();
+    const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
+    const QPointer<TOLV_SET_ZOOM_DLG> dialog =
+        new TOLV_SET_ZOOM_DLG(100 * m_view->get_zoom_min() / scaling, 100 * m_view->get_zoom_max() / scaling, this);
+    select_current_level(*dialog->get_combo_box());
+    // The dialog runs an event loop, in which anything here can go away.
+    if (dialog->exec() == QDialog::Accepted && self != nullptr && m_view != nullptr && dialog != nullptr)
+        apply_chosen_level(dialog->get_current_text(), dialog->get_selected_zoom() / 100);
+    delete dialog.data();
+}
+
+/// A level that is not in the list is added to it.
+void TOLV_ZOOM_SCROLL_AREA::select_current_level(QComboBox& combo_box) const
+{
+    const QString text = TOLV_SET_ZOOM_DLG::get_percent_text(m_view->get_zoom_level() * 100);
+    if (combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive) < 0)
+    {
+        combo_box.setInsertPolicy(QComboBox::InsertAtTop);
+        combo_box.insertItem(combo_box.count(), text, QVariant());
+    }
+    combo_box.setCurrentIndex(combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive));
+}
+
+void TOLV_ZOOM_SCROLL_AREA::apply_chosen_level(const QString& text, float wanted)
+{
+    const float current = m_view->get_zoom_level();
+    if (text == QLatin1String("Fit in Window"))
+        zoom_fit();
+    else if (wanted > current)
+        zoom_in(nullptr, wanted / current);
+    else
+        zoom_out(nullptr, current / wanted);
 }
 
 // ---- Events of the view ---------------------------------------------------------------------------------------------

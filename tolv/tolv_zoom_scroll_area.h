@@ -11,6 +11,7 @@
 
 class QAction;
 class QActionGroup;
+class QComboBox;
 class QMouseEvent;
 class TOLV_BIRDS_EYE_VIEW;
 class TOLV_TOOL_BAR;
@@ -152,6 +153,8 @@ private:
     void finish_zoom();
     void zoom_until_visible(const QRect& logical);
     void adjust_cursor_later();
+    void select_current_level(QComboBox& combo_box) const;
+    void apply_chosen_level(const QString& text, float wanted);
 
     void begin_temporary_pan(const QEvent& e);
     bool end_temporary_pan(const QEvent& e);
