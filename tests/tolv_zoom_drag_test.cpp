@@ -1,7 +1,6 @@
 #include "internal_error_trap.h"
 #include "picture.h"
 #include "tolv_font.h"
-#include "tolv_image.h"
 #include "tolv_zoom_drag.h"
 #include "tolv_zoom_overlay_fixture.h"
 
@@ -53,10 +52,6 @@ protected:
     QLabel* get_label() const
     {
         return get_drag()->findChild<QLabel*>();
-    }
-    bool has_cursor(TOLV_CURSOR_ENUM cursor) const
-    {
-        return view->cursor().pixmap().toImage() == tolv_get_cursor(cursor).pixmap().toImage();
     }
     void send_move(const QPoint& position, Qt::MouseButtons buttons)
     {

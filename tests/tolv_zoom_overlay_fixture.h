@@ -3,9 +3,11 @@
 #include "gui_driver.h"
 #include "gui_test.h"
 #include "input_script.h"
+#include "tolv_image.h"
 #include "tolv_view.h"
 #include "tolv_zoom_scroll_area.h"
 
+#include <QBitmap>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -169,6 +171,13 @@ protected:
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
             if (GUI_DRIVER::get_buttons() & button)
                 GUI_DRIVER::release(&rest, QPoint(10, 10), button);
+    }
+
+    /// Whether the view shows one of the suite's cursors, by its picture.
+    bool has_cursor(TOLV_CURSOR_ENUM cursor) const
+    {
+        const QBitmap shown = view->cursor().bitmap(Qt::ReturnByValue);
+        return !shown.isNull() && shown.toImage() == tolv_get_cursor(cursor).bitmap(Qt::ReturnByValue).toImage();
     }
 
     /// A release without the move that a real one may come with.

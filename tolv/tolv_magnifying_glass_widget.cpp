@@ -179,11 +179,12 @@ QTransform TOLV_MAGNIFYING_GLASS_WIDGET::get_lens_transform() const
 void TOLV_MAGNIFYING_GLASS_WIDGET::paint_handle()
 {
     const int width = tolv_truncate(m_radius / 5);
+    const int half_width = width / 2;
     QPainter painter(this);
     painter.setBrush(QBrush(Qt::gray, Qt::Dense2Pattern));
     painter.rotate(-45);
     painter.translate(-m_radius, m_radius);
-    painter.drawRoundedRect(tolv_truncate(m_radius - width / 2), tolv_truncate(m_radius), width,
+    painter.drawRoundedRect(tolv_truncate(m_radius - half_width), tolv_truncate(m_radius), width,
                             tolv_truncate(2 * m_radius), 15, 15, Qt::AbsoluteSize);
 }
 

@@ -121,8 +121,7 @@ void TOLV_MOUSE_GESTURE_WIDGET::mouseMoveEvent(QMouseEvent* event)
     }
     show();
     const QPoint position = tolv_get_local_position(*event);
-    m_is_moved = true;
-    update_rect();
+    update_rect(); // before and behind the move; a paint that asked for the next one would never come to rest
     m_end_point = mapToParent(position);
     update_rect();
     update_quadrant();
@@ -232,27 +231,21 @@ void TOLV_MOUSE_GESTURE_WIDGET::update_label(const QPoint& pos)
     m_label->show();
 }
 
-void TOLV_MOUSE_GESTURE_WIDGET::draw_gesture_indicator(QPainter& painter)
+void TOLV_MOUSE_GESTURE_WIDGET::draw_gesture_indicator(QPainter& painter) const
 {
-    if (has_points())
-    {
-        const QColor color = QApplication::palette().color(QPalette::Current, QPalette::Highlight);
-        QColor fill = color.lighter(150);
-        fill.setAlphaF(0.5);
-        painter.setPen(QPen(color, 2.0));
-        painter.setBrush(QBrush(fill, Qt::SolidPattern));
-        const QRect rect(m_start_point, m_end_point);
-        const QLine line(m_start_point, m_end_point);
-        if (m_quadrant == GESTURE_SOUTHEAST)
-            painter.drawRects(&rect, 1);
-        else
-            painter.drawLines(&line, 1);
-    }
-    if (m_is_moved) // otherwise each paint would ask for the next one
-    {
-        m_is_moved = false;
-        update_rect();
-    }
+    if (!has_points())
+        return;
+    const QColor color = QApplication::palette().color(QPalette::Current, QPalette::Highlight);
+    QColor fill = color.lighter(150);
+    fill.setAlphaF(0.5);
+    painter.setPen(QPen(color, 2.0));
+    painter.setBrush(QBrush(fill, Qt::SolidPattern));
+    const QRect rect(m_start_point, m_end_point);
+    const QLine line(m_start_point, m_end_point);
+    if (m_quadrant == GESTURE_SOUTHEAST)
+        painter.drawRects(&rect, 1);
+    else
+        painter.drawLines(&line, 1);
 }
 
 /// Has the surroundings of the stroke painted again; all, where there is no stroke to be seen.

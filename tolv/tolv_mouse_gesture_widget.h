@@ -82,7 +82,7 @@ private:
     void run_command(const QRect& rect, const QPoint& end);
     void update_quadrant();
     void update_label(const QPoint& pos);
-    void draw_gesture_indicator(QPainter& painter);
+    void draw_gesture_indicator(QPainter& painter) const;
     void update_rect();
     bool has_points() const;
 
@@ -92,7 +92,6 @@ private:
     QLabel* m_label;
     float m_zoom_percent = 100.0F;
     int m_quadrant = GESTURE_NONE;
-    bool m_is_moved = false; ///< since the last paint
 };
 
 /// The stroke where no tool is chosen: to the south-east it selects what lies in the rectangle, if the view allows it,

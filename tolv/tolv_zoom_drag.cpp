@@ -111,8 +111,7 @@ void TOLV_ZOOM_DRAG_WIDGET::mouseMoveEvent(QMouseEvent* event)
     show();
     m_end_point = mapToParent(tolv_get_local_position(*event));
     m_use_zoom_drag = true;
-    m_is_moved = true;
-    update();
+    m_view->update(); // and this widget with it; a paint that asked for the next one would never come to rest
 }
 
 void TOLV_ZOOM_DRAG_WIDGET::paintEvent(QPaintEvent* /*event*/)
@@ -120,11 +119,6 @@ void TOLV_ZOOM_DRAG_WIDGET::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setOpacity(m_opacity);
     draw_line(painter);
-    if (m_is_moved) // otherwise each paint would ask for the next one
-    {
-        m_is_moved = false;
-        m_view->update();
-    }
 }
 
 void TOLV_ZOOM_DRAG_WIDGET::run()

@@ -19,6 +19,9 @@ class TOLV_ZOOM_SCROLL_AREA;
 /// for nothing: a press with another button so ends as a plain click. The drag also ends, without a command, when the
 /// view is hidden or deleted.
 ///
+/// A host that removes a view in the middle of a drag does it by deleteLater(): behind a press of the right button Qt
+/// itself still sends a context menu event to where the press went.
+///
 /// The widget is a transparent child of the view, made for one drag. It belongs to start_zoom_drag(), and goes with a
 /// view that is deleted in the middle.
 class TOLV_EXPORT TOLV_ZOOM_DRAG_WIDGET : public QWidget
@@ -67,5 +70,4 @@ private:
     QLabel* m_label;
     QPointer<TOLV_ZOOM_SCROLL_AREA> m_scroll_area; ///< null once it is deleted
     QPointer<TOLV_VIEW> m_view;                    ///< the parent; null once it is deleted
-    bool m_is_moved = false;                       ///< since the last paint
 };
