@@ -19,6 +19,20 @@ class QMenu;
 class QMouseEvent;
 class QStandardItem;
 class TOLV_TREE_HEADER_VIEW;
+class TOLV_TREE_ITEM_DELEGATE;
+
+/// Flags of a tree view's look, for its constructor and set_style().
+enum TOLV_TREE_STYLE : unsigned int
+{
+    /// Grid lines around the cells; rows are one pixel higher.
+    TOLV_TREE_STYLE_GRID = 0x1,
+    /// No branch indicators.
+    TOLV_TREE_STYLE_NO_BRANCHES = 0x10,
+    /// Icons of items can act as buttons.
+    TOLV_TREE_STYLE_CLICKABLE_ICONS = 0x100,
+    /// Items never draw the focus rectangle.
+    TOLV_TREE_STYLE_NO_FOCUS_RECT = 0x1000
+};
 
 /// The tree widget that hosts build on, directly or by a class derived from it. It shows any model.
 ///
@@ -34,13 +48,23 @@ class TOLV_TREE_HEADER_VIEW;
 /// The filter signals are the view's side of a filter line. The view never emits them; a host or a derived class does,
 /// and connects them to the filter model.
 ///
+/// Keyboard: where single cells can be selected (QAbstractItemView::SelectItems), the arrow keys go from cell to cell and
+/// never expand or collapse, "+" and "-" do. Otherwise the keys are Qt's.
+///
+/// Clickable icons: with TOLV_TREE_STYLE_CLICKABLE_ICONS, and a TOLV_TREE_ITEM_DELEGATE, a press on an icon does not
+/// select the item, whatever its roles, which is meant. The release on the same icon emits icon_clicked() if the item is
+/// enabled and its TOLV_TREE_ROLE_CLICKABLE_ICON is true. The configuration's "test_clickable_icons", read once in the
+/// process, makes all trees and items react so far as if they had the flag.
+///
+/// Tool tips: a cell shows its Qt::ToolTipRole, or else its whole text if the column is too narrow for it.
+///
 /// Operations that need a model are the internal error "view_model != NULL" without one.
 class TOLV_EXPORT TOLV_TREE_VIEW : public QTreeView
 {
     Q_OBJECT
 
 public:
-    /// `style` holds the flags of the view's look.
+    /// `style` holds flags of TOLV_TREE_STYLE.
     explicit TOLV_TREE_VIEW(QWidget* parent = nullptr, unsigned int style = 0);
     ~TOLV_TREE_VIEW() override;
 
@@ -54,6 +78,25 @@ public:
     /// For derived classes that follow check marks: the item of this path has been checked. Nothing happens here, and
     /// nothing calls it.
     virtual void item_check_state_changed(QString path);
+
+    // ---- Look ----
+
+    /// Flags of TOLV_TREE_STYLE.
+    void set_style(unsigned int style);
+    unsigned int get_style() const;
+    /// The pixels that each row has for its grid line: 1 with TOLV_TREE_STYLE_GRID, else 0.
+    int get_grid_line_height() const;
+
+    /// Qt's size of an item, with the pixels of the grid line in its height where it is valid.
+    QSize sizeHintForIndex(const QModelIndex& index) const;
+    /// By how many levels an item is indented: 0 at the top and in all columns but the first. For an invalid index 0, or
+    /// -1 in a view without a model.
+    int get_item_level(const QModelIndex& index) const;
+    /// The item whose icon is pressed; invalid but between press and release.
+    QModelIndex get_pressed_icon_index() const;
+
+    /// Scrolls up and down only: the columns stay where they are.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
     // ---- Columns ----
 
@@ -151,6 +194,15 @@ signals:
     void icon_clicked(QModelIndex idx);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+
     /// Whether the expansion memory has check states in it, too; derived classes set it.
     bool m_is_check_state_tracked = false;
     /// The expansion memory: path to whether the item was expanded.
@@ -159,7 +211,7 @@ protected:
     QMap<QString, int> m_check_state_memory;
     /// An editor that is never shown, for derived classes.
     QLineEdit* m_line_edit;
-    /// Flags of the view's look.
+    /// Flags of TOLV_TREE_STYLE.
     unsigned int m_style;
     /// The configuration's "tolv_tree_enable_tooltip", for derived classes.
     bool m_is_tooltip_enabled;
@@ -167,7 +219,7 @@ protected:
     QPointer<TOLV_TREE_HEADER_VIEW> m_header;
     /// Marks of columns that are always hidden; columns beyond its size have none.
     QBitArray m_always_hidden_columns;
-    /// The item whose icon is pressed; invalid but between press and release.
+    /// See get_pressed_icon_index().
     QPersistentModelIndex m_pressed_icon_index;
     /// See set_registry_string().
     QString m_registry_string;
@@ -175,6 +227,13 @@ protected:
 private:
     class RESTORING;
 
+    bool has_style(TOLV_TREE_STYLE flag) const;
+    void draw_grid(QPainter* painter, const QStyleOptionViewItem& option) const;
+    QModelIndex get_cell_beside(const QModelIndex& index, int step) const;
+    QModelIndex get_cell_in_next_row(CursorAction action, Qt::KeyboardModifiers modifiers);
+    const TOLV_TREE_ITEM_DELEGATE* get_icon_delegate(const QModelIndex& index) const;
+    bool is_on_icon(const TOLV_TREE_ITEM_DELEGATE& delegate, const QModelIndex& index, const QPoint& position) const;
+    bool is_text_clipped(const QModelIndex& index) const;
     bool has_model() const;
     QString get_column_title(int column) const;
     std::optional<CFGQ_REGISTRY_KEY> open_registry_key() const;
