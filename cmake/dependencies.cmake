@@ -1,5 +1,5 @@
 find_package(Threads REQUIRED)
-find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Svg PrintSupport Test)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Svg PrintSupport Concurrent Test)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(TCL REQUIRED IMPORTED_TARGET tcl)
 pkg_check_modules(TINYXML2 REQUIRED IMPORTED_TARGET tinyxml2)

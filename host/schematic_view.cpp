@@ -1,0 +1,164 @@
+#include "schematic_view.h"
+
+#include "tolv_color.h"
+#include "tolv_global.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QtConcurrent>
+
+#include <algorithm>
+
+namespace
+{
+const float SMALLEST_LEVEL = 0.05F;
+const float LARGEST_LEVEL = 8;
+} // namespace
+
+SCHEMATIC_VIEW::SCHEMATIC_VIEW(QWidget* parent) : DRAWING_VIEW(parent)
+{
+    setAccessibleName(tr("Schematic"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    set_zoom_min_max(SMALLEST_LEVEL, LARGEST_LEVEL);
+    TOLV_SAFE_CONNECT(&m_watcher, SIGNAL(finished()), this, SLOT(take_drawing()));
+}
+
+SCHEMATIC_VIEW::~SCHEMATIC_VIEW() = default;
+
+void SCHEMATIC_VIEW::set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module)
+{
+    forget_selection();
+    m_netlist = netlist;
+    m_module = module;
+    m_schematic = nullptr;
+    // The watcher hears no more of the drawing that it watched before; that one keeps its netlist until it is done.
+    m_watcher.setFuture(netlist != nullptr ? QtConcurrent::run(&SCHEMATIC::make, netlist, module)
+                                           : QFuture<std::shared_ptr<const SCHEMATIC>>());
+    update();
+}
+
+const std::shared_ptr<const SCHEMATIC>& SCHEMATIC_VIEW::get_schematic() const
+{
+    return m_schematic;
+}
+
+bool SCHEMATIC_VIEW::is_drawing() const
+{
+    return m_netlist != nullptr && m_watcher.isRunning();
+}
+
+void SCHEMATIC_VIEW::take_drawing()
+{
+    if (m_netlist == nullptr)
+        return;
+    m_schematic = m_watcher.result();
+    if (m_schematic != nullptr && !m_schematic->bounds.isEmpty())
+        set_logical_size(m_schematic->bounds);
+    update();
+    emit drawn();
+}
+
+QString SCHEMATIC_VIEW::get_state_text() const
+{
+    if (m_netlist == nullptr)
+        return QString();
+    if (is_drawing())
+        return tr("Drawing the schematic ...");
+    const std::size_t count = SCHEMATIC::get_box_count(m_netlist->modules[m_module]);
+    if (count > SCHEMATIC::LARGEST_BOX_COUNT)
+        return tr("The module has %L1 cells and ports, more than a schematic can show (%L2).")
+            .arg(count)
+            .arg(SCHEMATIC::LARGEST_BOX_COUNT);
+    return tr("The schematic could not be drawn.");
+}
+
+std::uint32_t SCHEMATIC_VIEW::get_cell_of_item(std::uint32_t item) const
+{
+    const SCHEMATIC::BOX& box = m_schematic->boxes[item];
+    return box.is_port() ? NONE : box.index;
+}
+
+void SCHEMATIC_VIEW::paint(QPainter* painter, QPaintEvent* event, QWidget*, QRect rect, bool)
+{
+    paint_schematic(painter, event != nullptr ? event->region().boundingRect() & rect : rect);
+}
+
+void SCHEMATIC_VIEW::paint_birds_eye_view(QPainter* painter, QPaintEvent* event, QWidget*, QRect rect)
+{
+    paint_schematic(painter, event != nullptr ? event->region().boundingRect() & rect : rect);
+}
+
+void SCHEMATIC_VIEW::paint_schematic(QPainter* painter, const QRect& exposed) const
+{
+    {
+        const TOLV_PHYSICAL_DRAWING_HANDLE physical(painter);
+        painter->fillRect(exposed, m_painter.get_background_color());
+        if (m_schematic == nullptr)
+        {
+            painter->setPen(TOLV_COLOR(TOLV_RTLV_TEXT_COLOR).get_color());
+            painter->drawText(get_viewport_rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), get_state_text());
+            return;
+        }
+    }
+    const QTransform transform = painter->transform();
+    const QRect visible = transform.inverted().mapRect(QRectF(exposed)).toAlignedRect().adjusted(-1, -1, 1, 1);
+    m_painter.paint(*painter, *m_schematic, visible, transform.m11(), {get_selection(), get_lit_nets()});
+}
+
+std::uint32_t SCHEMATIC_VIEW::find_item(const QPoint& logical) const
+{
+    return m_schematic != nullptr ? m_schematic->find_box(logical) : NONE;
+}
+
+std::uint32_t SCHEMATIC_VIEW::find_net(const QPoint& logical, int distance) const
+{
+    return m_schematic != nullptr ? m_schematic->find_net(logical, distance) : NONE;
+}
+
+std::vector<std::uint32_t> SCHEMATIC_VIEW::find_items_within(const QRect& logical) const
+{
+    return m_schematic != nullptr ? m_schematic->find_boxes_within(logical) : std::vector<std::uint32_t>();
+}
+
+std::uint32_t SCHEMATIC_VIEW::find_item_of_cell(std::uint32_t cell) const
+{
+    return m_schematic != nullptr ? m_schematic->find_cell(cell) : NONE;
+}
+
+QRect SCHEMATIC_VIEW::get_item_rect(std::uint32_t item) const
+{
+    return m_schematic->boxes[item].rect;
+}
+
+std::vector<std::uint32_t> SCHEMATIC_VIEW::get_nets_of_item(std::uint32_t item) const
+{
+    std::vector<std::uint32_t> nets;
+    for (const SCHEMATIC::PIN& pin : m_schematic->boxes[item].pins)
+    {
+        const std::uint32_t net = pin.is_connected ? m_schematic->find_net(pin.position, 0) : NONE;
+        if (net != NONE)
+            nets.push_back(net);
+    }
+    std::sort(nets.begin(), nets.end());
+    nets.erase(std::unique(nets.begin(), nets.end()), nets.end());
+    return nets;
+}
+
+QString SCHEMATIC_VIEW::get_item_text(std::uint32_t item) const
+{
+    const SCHEMATIC::BOX& box = m_schematic->boxes[item];
+    if (box.is_port())
+        return tr("Port %1").arg(box.title);
+    return tr("%1\n%2, %n pin(s)", nullptr, int(box.pins.size())).arg(box.name, box.title);
+}
+
+QString SCHEMATIC_VIEW::get_net_text(std::uint32_t net) const
+{
+    const SCHEMATIC::NET& lit = m_schematic->nets[net];
+    return lit.width > 1 ? tr("Bus %1, %2 bits").arg(lit.name).arg(lit.width) : tr("Net %1").arg(lit.name);
+}
+
+QColor SCHEMATIC_VIEW::get_highlight_color() const
+{
+    return TOLV_COLOR(TOLV_RTLV_SELECTED_FILL_COLOR).get_color();
+}
