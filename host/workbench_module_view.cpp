@@ -90,6 +90,16 @@ int NETLIST_TABLE_VIEW::get_current_row() const
     return m_proxy->mapToSource(is_chosen ? currentIndex() : rows.front()).row();
 }
 
+void NETLIST_TABLE_VIEW::select_row(int row)
+{
+    const QModelIndex index = m_proxy->mapFromSource(m_proxy->sourceModel()->index(row, 0));
+    setCurrentIndex(index);
+    if (index.isValid())
+        scrollTo(index);
+    else
+        clearSelection();
+}
+
 void NETLIST_TABLE_VIEW::report_current_row()
 {
     const int row = get_current_row();
@@ -162,6 +172,12 @@ WORKBENCH_MODULE_VIEW::TAB WORKBENCH_MODULE_VIEW::get_tab() const
 int WORKBENCH_MODULE_VIEW::get_current_row() const
 {
     return m_views[get_tab()]->get_current_row();
+}
+
+void WORKBENCH_MODULE_VIEW::select_cell(int cell)
+{
+    m_tabs->setCurrentIndex(TAB_CELLS);
+    m_views[TAB_CELLS]->select_row(cell);
 }
 
 QWidgetList WORKBENCH_MODULE_VIEW::get_tab_chain() const

@@ -25,6 +25,8 @@ public:
     void fit_columns();
     /// Row of the model that is chosen, of several the one with the focus; -1 for none.
     int get_current_row() const;
+    /// Chooses a row of the model and makes it visible; -1 for none.
+    void select_row(int row);
 
 signals:
     /// get_current_row() gives another row, or none any more (-1).
@@ -66,6 +68,8 @@ public:
     TAB get_tab() const;
     /// The chosen row of the tab that is shown; -1 for none.
     int get_current_row() const;
+    /// Chooses a cell of the module and shows its tab.
+    void select_cell(int cell);
     /// What the Tab key goes through, in order.
     QWidgetList get_tab_chain() const;
 

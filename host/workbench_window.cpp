@@ -1,14 +1,22 @@
 #include "workbench_window.h"
 
+#include "drawing_pane.h"
 #include "gallery_window.h"
 #include "hierarchy_model.h"
 #include "netlist_properties.h"
 #include "preferences_dialog.h"
+#include "tolv_dock_widget.h"
 #include "tolv_font.h"
 #include "tolv_global.h"
+#include "tolv_help_dyn.h"
+#include "tolv_mdi_area.h"
+#include "tolv_tool_bar.h"
+#include "tolv_tree_view.h"
 #include "ver.h"
+#include "workbench_actions.h"
+#include "workbench_docks.h"
+#include "workbench_documents.h"
 #include "workbench_loader.h"
-#include "workbench_messages.h"
 #include "workbench_module_view.h"
 #include "workbench_recent_files.h"
 #include "workbench_text.h"
@@ -16,8 +24,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
-#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -30,9 +38,8 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStatusBar>
-#include <QStyle>
-#include <QToolBar>
 #include <QTreeView>
 #include <QUrl>
 
@@ -67,35 +74,38 @@ QSize get_dock_size(const QWidget* widget, int characters, int lines)
 } // namespace
 
 WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
-    : QMainWindow(parent), m_window_font(*TOLV_FONT(TOLV_GUI_FONT).get_font()), m_loader(new WORKBENCH_LOADER(this)),
-      m_hierarchy(new HIERARCHY_MODEL(this)), m_properties(new PROPERTY_MODEL(this))
+    : TOLV_MAIN_WINDOW(parent, Qt::WindowFlags()), m_window_font(*TOLV_FONT(TOLV_GUI_FONT).get_font()),
+      m_loader(new WORKBENCH_LOADER(this)), m_hierarchy(new HIERARCHY_MODEL(this)),
+      m_properties(new PROPERTY_MODEL(this)), m_actions(new WORKBENCH_ACTIONS(this)), m_docks(new WORKBENCH_DOCKS(this))
 {
     setObjectName(QStringLiteral("workbench_window"));
+    setAccessibleName(QStringLiteral("Norvane Workbench"));
     setAcceptDrops(true);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    create_central_view();
-    create_hierarchy_dock();
-    create_totals_dock();
-    create_property_dock();
-    create_message_dock();
+    resize(1280, 800);
+    create_documents();
+    create_docks();
     create_file_menu();
     create_view_menu();
     create_tools_menu();
+    create_window_menu();
     create_help_menu();
+    fill_tool_bar();
     create_status_bar();
     set_tab_order();
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(progressed(int)), this, SLOT(show_progress(int)));
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(finished()), this, SLOT(take_result()));
-    resize(1280, 800);
-    resizeDocks({m_docks[0], m_docks[1]}, {get_dock_size(this, 48, 1).width(), get_dock_size(this, 42, 1).width()},
-                Qt::Horizontal);
-    resizeDocks({m_docks[1], m_docks[2]}, {340, 420}, Qt::Vertical);
-    resizeDocks({m_docks[3]}, {get_dock_size(this, 1, 6).height()}, Qt::Vertical);
     set_loading(false);
     show_status();
+    m_docks->keep_default_layout();
 }
 
-WORKBENCH_WINDOW::~WORKBENCH_WINDOW() = default;
+WORKBENCH_WINDOW::~WORKBENCH_WINDOW()
+{
+    // Their models go with the window, and their last words are no longer wanted.
+    if (m_navigator != nullptr)
+        m_navigator->disconnect(this);
+}
 
 const std::shared_ptr<const NETLIST>& WORKBENCH_WINDOW::get_netlist() const
 {
@@ -117,14 +127,24 @@ bool WORKBENCH_WINDOW::select_path(const QStringList& path)
     const QModelIndex index = m_hierarchy->find_path(path);
     if (!index.isValid())
         return false;
-    m_hierarchy_view->setCurrentIndex(index);
-    m_hierarchy_view->scrollTo(index);
+    show_instance(index);
     return true;
 }
 
 QStringList WORKBENCH_WINDOW::get_selected_path() const
 {
-    return m_hierarchy->get_path(m_hierarchy_view->currentIndex());
+    return m_hierarchy->get_path(m_instance);
+}
+
+WORKBENCH_DOCUMENTS* WORKBENCH_WINDOW::get_documents() const
+{
+    return m_documents;
+}
+
+void WORKBENCH_WINDOW::keep_layout()
+{
+    m_keeps_layout = true;
+    m_docks->restore_layout();
 }
 
 PREFERENCES_DIALOG* WORKBENCH_WINDOW::open_preferences()
@@ -164,7 +184,7 @@ void WORKBENCH_WINDOW::open_file(const QString& file)
     statusBar()->clearMessage(); // what it says of an earlier file
     m_loader->start(QFileInfo(file).absoluteFilePath());
     set_loading(true);
-    m_messages->add_note(tr("Reading %1").arg(get_shown_path(m_loader->get_file())));
+    say("add_note", tr("Reading %1").arg(get_shown_path(m_loader->get_file())));
 }
 
 void WORKBENCH_WINDOW::reload()
@@ -186,6 +206,24 @@ void WORKBENCH_WINDOW::show_preferences()
 void WORKBENCH_WINDOW::show_gallery()
 {
     open_gallery();
+}
+
+void WORKBENCH_WINDOW::showEvent(QShowEvent* event)
+{
+    TOLV_MAIN_WINDOW::showEvent(event);
+    if (m_was_shown)
+        return;
+    // Only now: documents of an area that has no size yet are not laid out as tabs.
+    m_was_shown = true;
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_TABLES);
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC);
+}
+
+void WORKBENCH_WINDOW::closeEvent(QCloseEvent* event)
+{
+    if (m_keeps_layout)
+        m_docks->save_layout();
+    TOLV_MAIN_WINDOW::closeEvent(event);
 }
 
 void WORKBENCH_WINDOW::dragEnterEvent(QDragEnterEvent* event)
@@ -257,8 +295,9 @@ void WORKBENCH_WINDOW::apply_drawing_resources()
         m_window_font = font;
         QApplication::setFont(font);
     }
-    m_messages->apply_drawing_resources();
-    m_module_view->apply_drawing_resources();
+    if (m_messages != nullptr)
+        QMetaObject::invokeMethod(m_messages, "apply_drawing_resources");
+    m_documents->apply_drawing_resources();
     m_totals_view->apply_drawing_resources();
     if (m_gallery != nullptr)
         m_gallery->apply_drawing_resources();
@@ -267,6 +306,7 @@ void WORKBENCH_WINDOW::apply_drawing_resources()
 void WORKBENCH_WINDOW::show_progress(int percent)
 {
     m_progress_bar->setValue(percent);
+    show_task(percent, tr("Running"));
 }
 
 void WORKBENCH_WINDOW::take_result()
@@ -276,89 +316,152 @@ void WORKBENCH_WINDOW::take_result()
     emit load_ended();
 }
 
-void WORKBENCH_WINDOW::show_selected_instance()
+void WORKBENCH_WINDOW::show_instance(const QModelIndex& index)
 {
-    const QModelIndex index = m_hierarchy_view->currentIndex();
-    if (!index.isValid())
+    if (!index.isValid() || (index == m_instance && m_bit_names != nullptr))
         return;
-    const std::uint32_t module = m_hierarchy->get_module(index);
+    m_instance = index.siblingAtColumn(0);
+    const std::uint32_t module = m_hierarchy->get_module(m_instance);
     m_bit_names = std::make_unique<NETLIST_BIT_NAMES>(*m_netlist, m_netlist->modules[module]);
-    m_module_view->set_module(m_netlist, module, m_hierarchy->get_path(index));
+    if (m_navigator != nullptr)
+        QMetaObject::invokeMethod(m_navigator, "set_current", Q_ARG(QModelIndex, m_instance));
+    m_documents->set_module(m_netlist, module, m_hierarchy->get_path(m_instance));
     m_totals_view->set_module(m_netlist, module);
     show_selected_object();
 }
 
 void WORKBENCH_WINDOW::show_selected_object()
 {
-    const QModelIndex index = m_hierarchy_view->currentIndex();
-    if (!index.isValid())
+    if (!m_instance.isValid())
         return;
-    const NETLIST_MODULE& module = m_netlist->modules[m_hierarchy->get_module(index)];
-    const int row = m_module_view->get_current_row();
+    const NETLIST_MODULE& module = m_netlist->modules[m_hierarchy->get_module(m_instance)];
+    const WORKBENCH_MODULE_VIEW& tables = *m_documents->get_module_view();
+    const int row = tables.get_current_row();
     const auto at = static_cast<std::size_t>(row);
     if (row < 0)
         m_properties->set_groups(netlist_describe_module(*m_netlist, module));
-    else if (m_module_view->get_tab() == WORKBENCH_MODULE_VIEW::TAB_CELLS)
+    else if (tables.get_tab() == WORKBENCH_MODULE_VIEW::TAB_CELLS)
         m_properties->set_groups(netlist_describe_cell(*m_netlist, module, module.cells[at], *m_bit_names));
-    else if (m_module_view->get_tab() == WORKBENCH_MODULE_VIEW::TAB_PORTS)
+    else if (tables.get_tab() == WORKBENCH_MODULE_VIEW::TAB_PORTS)
         m_properties->set_groups(netlist_describe_port(*m_netlist, module.ports[at], *m_bit_names));
     else
         m_properties->set_groups(netlist_describe_net(*m_netlist, module, module.nets[at]));
     m_property_view->expandAll();
+    if (tables.get_tab() == WORKBENCH_MODULE_VIEW::TAB_CELLS)
+        m_documents->show_cell(row);
 }
 
 void WORKBENCH_WINDOW::enter_cell(int cell)
 {
-    const QModelIndex instance =
-        m_hierarchy->find_instance(m_hierarchy_view->currentIndex(), static_cast<std::uint32_t>(cell));
-    if (instance.isValid())
-        m_hierarchy_view->setCurrentIndex(instance);
+    show_instance(m_hierarchy->find_instance(m_instance, static_cast<std::uint32_t>(cell)));
+}
+
+void WORKBENCH_WINDOW::choose_cell(int cell)
+{
+    m_documents->get_module_view()->select_cell(cell);
+}
+
+void WORKBENCH_WINDOW::show_schematic()
+{
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC);
+}
+
+void WORKBENCH_WINDOW::show_floorplan()
+{
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_FLOORPLAN);
+}
+
+void WORKBENCH_WINDOW::show_tables()
+{
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_TABLES);
+}
+
+void WORKBENCH_WINDOW::show_help_topics()
+{
+    help_dyn_show_context(std::string());
+}
+
+void WORKBENCH_WINDOW::print()
+{
+    if (DRAWING_PANE* const drawing = m_documents->get_active_drawing())
+        drawing->print();
+    else
+        statusBar()->showMessage(tr("Bring the schematic or the floorplan to the front to print it"), 5000);
+}
+
+void WORKBENCH_WINDOW::reset_layout()
+{
+    m_docks->reset_layout();
+}
+
+void WORKBENCH_WINDOW::cascade()
+{
+    m_mdi_area->setViewMode(QMdiArea::SubWindowView);
+    m_mdi_area->cascadeSubWindows();
+}
+
+void WORKBENCH_WINDOW::tile()
+{
+    m_mdi_area->setViewMode(QMdiArea::SubWindowView);
+    m_mdi_area->tileSubWindows();
+}
+
+void WORKBENCH_WINDOW::next_window()
+{
+    m_mdi_area->activateNextSubWindow();
 }
 
 // ---- Building -------------------------------------------------------------------------------------------------------
 
-void WORKBENCH_WINDOW::create_central_view()
+void WORKBENCH_WINDOW::create_documents()
 {
-    m_module_view = new WORKBENCH_MODULE_VIEW(this);
-    m_module_view->setObjectName(QStringLiteral("module_view"));
-    TOLV_SAFE_CONNECT(m_module_view, SIGNAL(current_changed()), this, SLOT(show_selected_object()));
-    TOLV_SAFE_CONNECT(m_module_view, SIGNAL(cell_activated(int)), this, SLOT(enter_cell(int)));
-    setCentralWidget(m_module_view);
+    m_mdi_area = new TOLV_MDI_AREA(this);
+    m_mdi_area->setObjectName(QStringLiteral("documents"));
+    m_mdi_area->setAccessibleName(tr("Documents"));
+    setCentralWidget(m_mdi_area);
+    m_documents = new WORKBENCH_DOCUMENTS(m_mdi_area, this);
+    TOLV_SAFE_CONNECT(m_documents->get_module_view(), SIGNAL(current_changed()), this, SLOT(show_selected_object()));
+    TOLV_SAFE_CONNECT(m_documents, SIGNAL(cell_activated(int)), this, SLOT(enter_cell(int)));
+    TOLV_SAFE_CONNECT(m_documents, SIGNAL(cell_chosen(int)), this, SLOT(choose_cell(int)));
 }
 
-void WORKBENCH_WINDOW::create_hierarchy_dock()
+void WORKBENCH_WINDOW::create_docks()
 {
-    m_hierarchy_view = new QTreeView(this);
-    m_hierarchy_view->setObjectName(QStringLiteral("hierarchy_view"));
-    m_hierarchy_view->setAccessibleName(tr("Hierarchy of the design"));
-    m_hierarchy_view->setModel(m_hierarchy);
-    m_hierarchy_view->setUniformRowHeights(true);
-    m_hierarchy_view->setAllColumnsShowFocus(true);
-    m_hierarchy_view->setTextElideMode(Qt::ElideMiddle);
-    QHeaderView* const header = m_hierarchy_view->header();
-    header->setStretchLastSection(false);
-    header->setMinimumSectionSize(fontMetrics().averageCharWidth() * 8);
-    header->setSectionResizeMode(HIERARCHY_MODEL::COLUMN_INSTANCE, QHeaderView::Stretch);
-    header->setSectionResizeMode(HIERARCHY_MODEL::COLUMN_MODULE, QHeaderView::Interactive);
-    header->setSectionResizeMode(HIERARCHY_MODEL::COLUMN_CELLS, QHeaderView::ResizeToContents);
-    header->setResizeContentsPrecision(100);
-    header->resizeSection(HIERARCHY_MODEL::COLUMN_MODULE, get_dock_size(this, 19, 1).width());
-    TOLV_SAFE_CONNECT(m_hierarchy_view->selectionModel(), SIGNAL(currentRowChanged(QModelIndex, QModelIndex)), this,
-                      SLOT(show_selected_instance()));
-    add_dock("hierarchy_dock", tr("Hierarchy"), m_hierarchy_view, Qt::LeftDockWidgetArea);
-}
-
-void WORKBENCH_WINDOW::create_totals_dock()
-{
+    m_navigator = m_docks->add_from_module(TOLV_DOCK_NAVIGATOR_HIERARCHY, Qt::LeftDockWidgetArea);
     m_totals_view = new WORKBENCH_TOTALS_VIEW(this);
-    add_dock("totals_dock", tr("Totals"), m_totals_view, Qt::RightDockWidgetArea);
+    TOLV_DOCK_WIDGET* const totals = m_docks->add("totals_dock", tr("Totals"), m_totals_view, Qt::RightDockWidgetArea);
+    create_property_view();
+    TOLV_DOCK_WIDGET* const properties =
+        m_docks->add("property_dock", tr("Properties"), m_property_view, Qt::RightDockWidgetArea);
+    m_messages = m_docks->add_from_module(TOLV_DOCK_MESSAGES, Qt::BottomDockWidgetArea);
+    m_console = m_docks->add_from_module(TOLV_DOCK_CONSOLE, Qt::BottomDockWidgetArea);
+    m_task_status = m_docks->add_from_module(TOLV_DOCK_STATUS, Qt::BottomDockWidgetArea);
+    for (TOLV_DOCK_WIDGET* dock : {m_console, m_task_status})
+    {
+        if (m_messages != nullptr && dock != nullptr)
+            tabifyDockWidget(m_messages, dock);
+    }
+    if (m_messages != nullptr)
+    {
+        m_messages->raise();
+        resizeDocks({m_messages}, {get_dock_size(this, 1, 8).height()}, Qt::Vertical);
+    }
+    if (m_navigator != nullptr)
+    {
+        QAbstractItemModel* const hierarchy = m_hierarchy;
+        QMetaObject::invokeMethod(m_navigator, "set_source_model", Q_ARG(QAbstractItemModel*, hierarchy));
+        TOLV_SAFE_CONNECT(m_navigator, SIGNAL(current_changed(QModelIndex)), this, SLOT(show_instance(QModelIndex)));
+        resizeDocks({m_navigator, totals}, {get_dock_size(this, 48, 1).width(), get_dock_size(this, 42, 1).width()},
+                    Qt::Horizontal);
+    }
+    resizeDocks({totals, properties}, {340, 420}, Qt::Vertical);
 }
 
-void WORKBENCH_WINDOW::create_property_dock()
+void WORKBENCH_WINDOW::create_property_view()
 {
     m_property_view = new QTreeView(this);
     m_property_view->setObjectName(QStringLiteral("property_view"));
-    m_property_view->setAccessibleName(tr("Properties of the chosen object"));
+    m_property_view->setAccessibleName(tr("Properties"));
     m_property_view->setModel(m_properties);
     m_property_view->setUniformRowHeights(true);
     m_property_view->setAlternatingRowColors(true);
@@ -366,84 +469,80 @@ void WORKBENCH_WINDOW::create_property_dock()
     m_property_view->setTextElideMode(Qt::ElideMiddle);
     m_property_view->setIndentation(m_property_view->indentation() * 3 / 4);
     m_property_view->header()->resizeSection(0, get_dock_size(this, 21, 1).width());
-    add_dock("property_dock", tr("Properties"), m_property_view, Qt::RightDockWidgetArea);
-}
-
-void WORKBENCH_WINDOW::create_message_dock()
-{
-    m_messages = new WORKBENCH_MESSAGES(this);
-    m_messages->setObjectName(QStringLiteral("messages"));
-    add_dock("message_dock", tr("Messages"), m_messages, Qt::BottomDockWidgetArea);
-}
-
-QDockWidget* WORKBENCH_WINDOW::add_dock(const char* object_name, const QString& title, QWidget* widget,
-                                        Qt::DockWidgetArea area)
-{
-    auto* const dock = new QDockWidget(title, this);
-    dock->setObjectName(QString::fromLatin1(object_name));
-    dock->setWidget(widget);
-    addDockWidget(area, dock);
-    m_docks.append(dock);
-    return dock;
 }
 
 void WORKBENCH_WINDOW::create_file_menu()
 {
-    QMenu* const menu = menuBar()->addMenu(tr("&File"));
-    menu->setObjectName(QStringLiteral("file_menu"));
-    QAction* const open_action = menu->addAction(style()->standardIcon(QStyle::SP_DialogOpenButton), tr("&Open..."));
-    open_action->setShortcut(QKeySequence::Open);
-    open_action->setStatusTip(tr("Opens a netlist of yosys or nextpnr"));
-    TOLV_SAFE_CONNECT(open_action, SIGNAL(triggered()), this, SLOT(ask_for_file()));
+    QMenu* const menu = m_actions->add_menu(tr("&File"), "file_menu");
+    menu->addAction(m_actions->create(TOLV_OPEN_ACTION, SLOT(ask_for_file())));
     m_recent_menu = menu->addMenu(tr("Open Re&cent"));
     m_recent_menu->setObjectName(QStringLiteral("recent_menu"));
     TOLV_SAFE_CONNECT(m_recent_menu, SIGNAL(aboutToShow()), this, SLOT(fill_recent_menu()));
-    m_reload_action = menu->addAction(style()->standardIcon(QStyle::SP_BrowserReload), tr("&Reload"));
-    m_reload_action->setShortcut(QKeySequence::Refresh);
-    m_reload_action->setStatusTip(tr("Reads the file anew"));
-    TOLV_SAFE_CONNECT(m_reload_action, SIGNAL(triggered()), this, SLOT(reload()));
+    QAction* const reload_action = m_actions->create(TOLV_RELOAD_ACTION, SLOT(reload()));
+    reload_action->setShortcut(QKeySequence::Refresh);
+    menu->addAction(reload_action);
     menu->addSeparator();
-    QAction* const quit_action = menu->addAction(tr("&Quit"));
-    quit_action->setShortcut(QKeySequence::Quit);
-    quit_action->setStatusTip(tr("Ends the workbench"));
-    TOLV_SAFE_CONNECT(quit_action, SIGNAL(triggered()), this, SLOT(close()));
+    menu->addAction(m_actions->create(TOLV_PRINT_ACTION, SLOT(print())));
+    menu->addSeparator();
+    menu->addAction(m_actions->create(TOLV_EXIT_ACTION, SLOT(close())));
 }
 
 void WORKBENCH_WINDOW::create_view_menu()
 {
-    QMenu* const menu = menuBar()->addMenu(tr("&View"));
-    menu->setObjectName(QStringLiteral("view_menu"));
-    const QString titles[] = {tr("&Hierarchy"), tr("&Totals"), tr("&Properties"), tr("&Messages")};
-    for (int i = 0; i < m_docks.size(); ++i)
-    {
-        QAction* const action = m_docks[i]->toggleViewAction();
-        action->setText(titles[i]);
-        menu->addAction(action);
-    }
+    QMenu* const menu = m_actions->add_menu(tr("&View"), "view_menu");
+    m_docks->fill_menu(menu);
 }
 
 void WORKBENCH_WINDOW::create_tools_menu()
 {
-    QMenu* const menu = menuBar()->addMenu(tr("&Tools"));
-    menu->setObjectName(QStringLiteral("tools_menu"));
-    QAction* const action = menu->addAction(tr("&Preferences..."));
-    action->setObjectName(QStringLiteral("preferences_action"));
-    action->setMenuRole(QAction::PreferencesRole);
+    QMenu* const menu = m_actions->add_menu(tr("&Tools"), "tools_menu");
+    menu->addAction(m_actions->create(TOLV_NETLIST_VIEW_ACTION, SLOT(show_schematic())));
+    QAction* const floorplan = m_actions->create(TOLV_FLOORPLAN_ACTION, SLOT(show_floorplan()));
+    floorplan->setEnabled(false);
+    TOLV_SAFE_CONNECT(m_documents, SIGNAL(floorplan_available(bool)), floorplan, SLOT(setEnabled(bool)));
+    menu->addAction(floorplan);
+    menu->addAction(m_actions->create(TOLV_NETLIST_ANALYSIS_ACTION, SLOT(show_tables())));
+    menu->addSeparator();
+    QAction* const options = m_actions->create(TOLV_OPTIONS_ACTION, SLOT(show_preferences()));
+    options->setObjectName(QStringLiteral("preferences_action"));
+    options->setMenuRole(QAction::PreferencesRole);
     const QList<QKeySequence> shortcuts = QKeySequence::keyBindings(QKeySequence::Preferences);
-    action->setShortcut(shortcuts.isEmpty() ? QKeySequence(Qt::CTRL + Qt::Key_Comma) : shortcuts.front());
-    action->setStatusTip(tr("Changes colours, fonts and lines"));
-    TOLV_SAFE_CONNECT(action, SIGNAL(triggered()), this, SLOT(show_preferences()));
+    options->setShortcut(shortcuts.isEmpty() ? QKeySequence(Qt::CTRL + Qt::Key_Comma) : shortcuts.front());
+    menu->addAction(options);
+}
+
+void WORKBENCH_WINDOW::create_window_menu()
+{
+    QMenu* const menu = m_actions->add_menu(tr("&Window"), "window_menu");
+    menu->addAction(m_actions->create(TOLV_NEXT_WINDOW_ACTION, SLOT(next_window())));
+    menu->addAction(m_actions->create(TOLV_CASCADE_ACTION, SLOT(cascade())));
+    menu->addAction(m_actions->create(TOLV_TILE_ACTION, SLOT(tile())));
+    menu->addSeparator();
+    menu->addAction(m_actions->create(TOLV_RESET_LAYOUT_ACTION, SLOT(reset_layout())));
 }
 
 void WORKBENCH_WINDOW::create_help_menu()
 {
-    QMenu* const menu = menuBar()->addMenu(tr("&Help"));
-    menu->setObjectName(QStringLiteral("help_menu"));
+    QMenu* const menu = m_actions->add_menu(tr("&Help"), "help_menu");
+    menu->addAction(m_actions->create(TOLV_NORVANE_HELP_ACTION, SLOT(show_help_topics())));
     QAction* const gallery_action = menu->addAction(tr("&Gallery..."));
     gallery_action->setObjectName(QStringLiteral("gallery_action"));
     TOLV_SAFE_CONNECT(gallery_action, SIGNAL(triggered()), this, SLOT(show_gallery()));
-    QAction* const action = menu->addAction(tr("&About Norvane Workbench"));
-    TOLV_SAFE_CONNECT(action, SIGNAL(triggered()), this, SLOT(show_about()));
+    menu->addSeparator();
+    menu->addAction(m_actions->create(TOLV_ABOUT_NORVANE_ACTION, SLOT(show_about())));
+}
+
+void WORKBENCH_WINDOW::fill_tool_bar()
+{
+    TOLV_TOOL_BAR* const bar = m_actions->get_tool_bar();
+    for (const TOLV_ACTION_ENUM command : {TOLV_OPEN_ACTION, TOLV_RELOAD_ACTION, TOLV_PRINT_ACTION})
+        bar->addAction(m_actions->get(command));
+    bar->addSeparator();
+    for (const TOLV_ACTION_ENUM command :
+         {TOLV_NETLIST_VIEW_ACTION, TOLV_FLOORPLAN_ACTION, TOLV_NETLIST_ANALYSIS_ACTION})
+        bar->addAction(m_actions->get(command));
+    bar->addSeparator();
+    bar->addAction(m_actions->get(TOLV_NORVANE_HELP_ACTION));
 }
 
 void WORKBENCH_WINDOW::create_status_bar()
@@ -471,11 +570,17 @@ void WORKBENCH_WINDOW::create_status_bar()
 
 void WORKBENCH_WINDOW::set_tab_order()
 {
-    const QWidgetList chain = QWidgetList{m_hierarchy_view} + m_module_view->get_tab_chain() +
-                              QWidgetList{m_totals_view->get_table(), m_property_view, m_messages, m_cancel_button};
+    auto* const hierarchy = m_navigator != nullptr ? m_navigator->findChild<TOLV_TREE_VIEW*>() : nullptr;
+    QWidgetList chain;
+    if (hierarchy != nullptr)
+        chain << hierarchy;
+    chain << m_documents->get_module_view()->get_tab_chain() << m_totals_view->get_table() << m_property_view;
+    if (m_messages != nullptr)
+        chain << m_messages->widget();
+    chain << m_cancel_button;
     for (int i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
-    m_hierarchy_view->setFocus();
+    chain.constFirst()->setFocus();
 }
 
 // ---- Showing --------------------------------------------------------------------------------------------------------
@@ -485,12 +590,15 @@ void WORKBENCH_WINDOW::set_loading(bool is_loading)
     m_progress_bar->setVisible(is_loading);
     m_cancel_button->setVisible(is_loading);
     m_totals_label->setVisible(!is_loading);
-    m_reload_action->setEnabled(!m_loader->get_file().isEmpty());
+    m_actions->get(TOLV_RELOAD_ACTION)->setEnabled(!m_loader->get_file().isEmpty());
 }
 
 void WORKBENCH_WINDOW::show_result()
 {
     const NETLIST_READ_RESULT& result = m_loader->get_result();
+    show_task(result.netlist != nullptr ? 100 : m_progress_bar->value(), result.netlist != nullptr ? tr("Done")
+                                                                         : result.was_stopped      ? tr("Cancelled")
+                                                                                                   : tr("Failed"));
     if (result.netlist != nullptr)
     {
         WORKBENCH_RECENT_FILES::add(m_loader->get_file());
@@ -498,7 +606,7 @@ void WORKBENCH_WINDOW::show_result()
     }
     else if (result.was_stopped)
     {
-        m_messages->add_note(tr("Reading %1 was cancelled").arg(get_shown_path(m_loader->get_file())));
+        say("add_note", tr("Reading %1 was cancelled").arg(get_shown_path(m_loader->get_file())));
         statusBar()->showMessage(tr("Cancelled"), 5000);
     }
     else
@@ -510,17 +618,20 @@ void WORKBENCH_WINDOW::show_result()
 void WORKBENCH_WINDOW::show_netlist(std::shared_ptr<const NETLIST> netlist)
 {
     const QStringList path = get_selected_path(); // a design that is read anew stays where the user was
+    m_bit_names = nullptr;
     m_hierarchy->set_netlist(netlist);
     m_netlist = std::move(netlist);
     const QModelIndex top = m_hierarchy->index(0, 0);
-    if (netlist_get_totals(*m_netlist, m_hierarchy->get_module(top)).instances <= LARGEST_OPEN_HIERARCHY)
-        m_hierarchy_view->expandAll();
-    else
-        m_hierarchy_view->expand(top);
+    auto* const view = m_navigator != nullptr ? m_navigator->findChild<TOLV_TREE_VIEW*>() : nullptr;
+    if (view != nullptr &&
+        netlist_get_totals(*m_netlist, m_hierarchy->get_module(top)).instances <= LARGEST_OPEN_HIERARCHY)
+        view->expandAll();
+    else if (view != nullptr)
+        view->expand(view->model()->index(0, 0));
     if (path.isEmpty() || !select_path(path))
-        m_hierarchy_view->setCurrentIndex(top);
+        show_instance(top);
     const QString creator = workbench_to_qstring(m_netlist->creator);
-    m_messages->add_note(
+    say("add_note",
         tr("Opened %1, written by %2")
             .arg(get_shown_path(m_loader->get_file()), creator.isEmpty() ? tr("an unknown tool") : creator));
     show_status();
@@ -529,10 +640,26 @@ void WORKBENCH_WINDOW::show_netlist(std::shared_ptr<const NETLIST> netlist)
 void WORKBENCH_WINDOW::show_error(const QString& error)
 {
     m_load_error = error;
-    m_messages->add_error(error);
-    m_docks.back()->show();
-    m_docks.back()->raise();
+    say("add_error", error);
+    if (m_messages != nullptr)
+        m_messages->set_visible_and_raise(true);
     statusBar()->showMessage(tr("%1 could not be opened").arg(QFileInfo(m_loader->get_file()).fileName()), 10000);
+}
+
+/// Hands a text to a slot of the window of messages.
+void WORKBENCH_WINDOW::say(const char* slot, const QString& text)
+{
+    if (m_messages != nullptr)
+        QMetaObject::invokeMethod(m_messages, slot, Q_ARG(QString, text));
+}
+
+/// Says how far the reading is.
+void WORKBENCH_WINDOW::show_task(int percent, const QString& state)
+{
+    if (m_task_status != nullptr)
+        QMetaObject::invokeMethod(m_task_status, "set_task",
+                                  Q_ARG(QString, tr("Read %1").arg(QFileInfo(m_loader->get_file()).fileName())),
+                                  Q_ARG(int, percent), Q_ARG(QString, state));
 }
 
 void WORKBENCH_WINDOW::show_status()

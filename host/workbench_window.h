@@ -2,8 +2,10 @@
 
 #include "netlist.h"
 
+#include "tolv_main_window.h"
+
 #include <QFont>
-#include <QMainWindow>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QStringList>
 
@@ -18,15 +20,20 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 class QTreeView;
+class TOLV_DOCK_WIDGET;
+class TOLV_MDI_AREA;
+class WORKBENCH_ACTIONS;
+class WORKBENCH_DOCKS;
+class WORKBENCH_DOCUMENTS;
 class WORKBENCH_LOADER;
-class WORKBENCH_MESSAGES;
-class WORKBENCH_MODULE_VIEW;
 class WORKBENCH_TOTALS_VIEW;
 
-/// The main window: the hierarchy of the open design at the left, the chosen module in the middle, its totals and the
-/// properties of the chosen object at the right, messages below. A file is read in the background; the design that is
-/// shown stays until the new one is there, and stays for good where the new one turns out to be bad.
-class WORKBENCH_WINDOW : public QMainWindow
+/// The main window: the hierarchy of the open design at the left; the chosen module in the middle, as a schematic, in
+/// tables and on the chip; its totals and the properties of the chosen object at the right; messages, the Tcl console and
+/// the status of tasks below. Hierarchy, messages, console and status come from run-time modules; where one is missing
+/// the window works without it. A file is read in the background; the design that is shown stays until the new one is
+/// there, and stays for good where the new one turns out to be bad.
+class WORKBENCH_WINDOW : public TOLV_MAIN_WINDOW
 {
     Q_OBJECT
 
@@ -44,6 +51,11 @@ public:
     bool select_path(const QStringList& path);
     /// Names from the top down to the chosen instance.
     QStringList get_selected_path() const;
+
+    /// The documents in the middle.
+    WORKBENCH_DOCUMENTS* get_documents() const;
+    /// Takes over the layout of the session before, and keeps the present one when the window is closed.
+    void keep_layout();
 
     /// Opens the preferences, unless they are open. The window keeps them; they go when they are closed.
     PREFERENCES_DIALOG* open_preferences();
@@ -65,6 +77,8 @@ signals:
     void load_ended();
 
 protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -77,21 +91,30 @@ private slots:
     void apply_drawing_resources();
     void show_progress(int percent);
     void take_result();
-    void show_selected_instance();
+    void show_instance(const QModelIndex& index);
     void show_selected_object();
     void enter_cell(int cell);
+    void choose_cell(int cell);
+    void show_schematic();
+    void show_floorplan();
+    void show_tables();
+    void show_help_topics();
+    void print();
+    void reset_layout();
+    void cascade();
+    void tile();
+    void next_window();
 
 private:
-    void create_central_view();
-    void create_hierarchy_dock();
-    void create_totals_dock();
-    void create_property_dock();
-    void create_message_dock();
-    QDockWidget* add_dock(const char* object_name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
+    void create_documents();
+    void create_docks();
+    void create_property_view();
     void create_file_menu();
     void create_view_menu();
     void create_tools_menu();
+    void create_window_menu();
     void create_help_menu();
+    void fill_tool_bar();
     void create_status_bar();
     void set_tab_order();
     void set_loading(bool is_loading);
@@ -99,6 +122,8 @@ private:
     void show_netlist(std::shared_ptr<const NETLIST> netlist);
     void show_error(const QString& error);
     void show_status();
+    void say(const char* slot, const QString& text);
+    void show_task(int percent, const QString& state);
 
     std::shared_ptr<const NETLIST> m_netlist;
     std::unique_ptr<NETLIST_BIT_NAMES> m_bit_names; ///< of the chosen module
@@ -110,14 +135,21 @@ private:
     WORKBENCH_LOADER* m_loader;
     HIERARCHY_MODEL* m_hierarchy;
     PROPERTY_MODEL* m_properties;
-    QTreeView* m_hierarchy_view = nullptr;
-    WORKBENCH_MODULE_VIEW* m_module_view = nullptr;
+    WORKBENCH_ACTIONS* m_actions;
+    WORKBENCH_DOCKS* m_docks;
+    TOLV_MDI_AREA* m_mdi_area = nullptr;
+    WORKBENCH_DOCUMENTS* m_documents = nullptr;
+    QPersistentModelIndex m_instance; ///< the chosen one
+    // From modules; null where the module is missing.
+    TOLV_DOCK_WIDGET* m_navigator = nullptr;
+    TOLV_DOCK_WIDGET* m_messages = nullptr;
+    TOLV_DOCK_WIDGET* m_console = nullptr;
+    TOLV_DOCK_WIDGET* m_task_status = nullptr;
     WORKBENCH_TOTALS_VIEW* m_totals_view = nullptr;
     QTreeView* m_property_view = nullptr;
-    WORKBENCH_MESSAGES* m_messages = nullptr;
-    QVector<QDockWidget*> m_docks; ///< in the order of the view menu
     QMenu* m_recent_menu = nullptr;
-    QAction* m_reload_action = nullptr;
+    bool m_keeps_layout = false;
+    bool m_was_shown = false;
     QLabel* m_file_label = nullptr;
     QLabel* m_totals_label = nullptr;
     QProgressBar* m_progress_bar = nullptr;

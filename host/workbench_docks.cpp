@@ -1,0 +1,120 @@
+#include "workbench_docks.h"
+
+#include "cfgq_registry.h"
+#include "tolv_dock_widget.h"
+#include "tolv_global.h"
+#include "tolv_main_window.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace
+{
+const int LAYOUT_VERSION = 1; ///< other windows, other number
+
+CFGQ_REGISTRY_KEY get_layout_key()
+{
+    return CFGQ_REGISTRY_KEY(CFGQ_REGISTRY_KEY::SUB_KEY_GUI, "norvane_workbench/layout");
+}
+} // namespace
+
+WORKBENCH_DOCKS::WORKBENCH_DOCKS(TOLV_MAIN_WINDOW* window) : QObject(window), m_window(window)
+{
+}
+
+TOLV_DOCK_WIDGET* WORKBENCH_DOCKS::add_from_module(TOLV_DOCK_ENUM dock, Qt::DockWidgetArea area)
+{
+    TOLV_DOCK_WIDGET* const widget = m_window->get_dock_mgr()->create_dock_widget(dock, m_window);
+    if (widget != nullptr)
+        add_to_window(widget, area);
+    return widget;
+}
+
+TOLV_DOCK_WIDGET* WORKBENCH_DOCKS::add(const char* object_name, const QString& title, QWidget* widget,
+                                       Qt::DockWidgetArea area)
+{
+    auto* const dock = new TOLV_DOCK_WIDGET(title, m_window);
+    dock->setObjectName(QString::fromLatin1(object_name));
+    dock->setWidget(widget);
+    add_to_window(dock, area);
+    return dock;
+}
+
+void WORKBENCH_DOCKS::add_to_window(TOLV_DOCK_WIDGET* dock, Qt::DockWidgetArea area)
+{
+    m_window->addDockWidget(area, dock);
+    m_docks.append(dock);
+}
+
+const QVector<TOLV_DOCK_WIDGET*>& WORKBENCH_DOCKS::get_docks() const
+{
+    return m_docks;
+}
+
+void WORKBENCH_DOCKS::fill_menu(QMenu* menu)
+{
+    for (TOLV_DOCK_WIDGET* dock : qAsConst(m_docks))
+    {
+        QAction* const action = menu->addAction(dock->windowTitle());
+        action->setObjectName(dock->objectName() + QStringLiteral("_action"));
+        action->setCheckable(true);
+        action->setStatusTip(tr("Shows or hides the window \"%1\"").arg(dock->windowTitle()));
+        TOLV_SAFE_CONNECT(action, SIGNAL(triggered(bool)), dock, SLOT(set_visible_and_raise(bool)));
+        TOLV_SAFE_CONNECT(dock, SIGNAL(dock_widget_active_state_changed(bool)), action, SLOT(setChecked(bool)));
+    }
+}
+
+void WORKBENCH_DOCKS::keep_default_layout()
+{
+    m_default_layout = m_window->saveState(LAYOUT_VERSION);
+}
+
+void WORKBENCH_DOCKS::save_layout() const
+{
+    QStringList unpinned;
+    for (const TOLV_DOCK_WIDGET* dock : m_docks)
+    {
+        if (dock->get_state() == TOLV_DOCK_WIDGET::DOCK_STATE_UNPINNED)
+            unpinned << dock->objectName();
+    }
+    CFGQ_REGISTRY_KEY key = get_layout_key();
+    key.set_value(QStringLiteral("version"), LAYOUT_VERSION);
+    key.set_value(QStringLiteral("geometry"), m_window->saveGeometry());
+    key.set_value(QStringLiteral("state"), m_window->saveState(LAYOUT_VERSION));
+    key.set_value(QStringLiteral("unpinned"), unpinned);
+}
+
+void WORKBENCH_DOCKS::restore_layout()
+{
+    const CFGQ_REGISTRY_KEY key = get_layout_key();
+    QVariant version;
+    QVariant geometry;
+    QVariant state;
+    QVariant unpinned;
+    if (!key.get_value(QStringLiteral("version"), &version) || version.toInt() != LAYOUT_VERSION ||
+        !key.get_value(QStringLiteral("geometry"), &geometry) || !key.get_value(QStringLiteral("state"), &state))
+        return;
+    key.get_value(QStringLiteral("unpinned"), &unpinned);
+    const QStringList names = unpinned.toStringList();
+    // Before the windows get their places: each makes its side button with its place.
+    for (TOLV_DOCK_WIDGET* dock : qAsConst(m_docks))
+    {
+        if (names.contains(dock->objectName()))
+            dock->set_is_pinned(false);
+    }
+    m_window->restoreGeometry(geometry.toByteArray());
+    if (!m_window->restoreState(state.toByteArray(), LAYOUT_VERSION))
+        reset_layout();
+}
+
+void WORKBENCH_DOCKS::reset_layout()
+{
+    for (TOLV_DOCK_WIDGET* dock : qAsConst(m_docks))
+    {
+        if (dock->get_state() != TOLV_DOCK_WIDGET::DOCK_STATE_UNPINNED)
+            continue;
+        dock->close_widget(); // takes its side button away
+        dock->show();         // and this pins it again
+    }
+    m_window->restoreState(m_default_layout, LAYOUT_VERSION);
+}

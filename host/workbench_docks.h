@@ -1,0 +1,49 @@
+#pragma once
+
+#include "tolv_dock_mgr.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+class QMenu;
+class TOLV_DOCK_WIDGET;
+class TOLV_MAIN_WINDOW;
+
+/// The dock windows of the workbench: those that run-time modules make and those of its own, with their entries in the
+/// View menu, and the layout, which is kept in the registry from one session to the next.
+class WORKBENCH_DOCKS : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WORKBENCH_DOCKS(TOLV_MAIN_WINDOW* window);
+
+    /// A window from a module. Null where the module is not there, which the user has then been told.
+    TOLV_DOCK_WIDGET* add_from_module(TOLV_DOCK_ENUM dock, Qt::DockWidgetArea area);
+    /// A window of the workbench's own.
+    TOLV_DOCK_WIDGET* add(const char* object_name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
+    /// All windows, in the order in which they were added.
+    const QVector<TOLV_DOCK_WIDGET*>& get_docks() const;
+
+    /// Adds an entry for each window.
+    void fill_menu(QMenu* menu);
+
+    /// Remembers the present layout as the one that reset_layout() goes back to.
+    void keep_default_layout();
+    void save_layout() const;
+    /// Takes over what save_layout() stored, in an earlier session, too. A layout that is damaged, or of another
+    /// version, is left alone.
+    void restore_layout();
+
+public slots:
+    void reset_layout();
+
+private:
+    void add_to_window(TOLV_DOCK_WIDGET* dock, Qt::DockWidgetArea area);
+
+    TOLV_MAIN_WINDOW* m_window;
+    QVector<TOLV_DOCK_WIDGET*> m_docks;
+    QByteArray m_default_layout;
+};

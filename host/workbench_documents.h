@@ -1,0 +1,83 @@
+#pragma once
+
+#include "netlist.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class DRAWING_PANE;
+class FLOORPLAN_VIEW;
+class QMdiSubWindow;
+class SCHEMATIC_VIEW;
+class TOLV_MDI_AREA;
+class WORKBENCH_MODULE_VIEW;
+
+/// The documents in the middle of the window: the schematic of the chosen module, its tables and, for a placed design,
+/// the floorplan of the chip. A document that is closed stays and can be opened again.
+class WORKBENCH_DOCUMENTS : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum DOCUMENT
+    {
+        DOCUMENT_SCHEMATIC,
+        DOCUMENT_TABLES,
+        DOCUMENT_FLOORPLAN,
+        DOCUMENT_COUNT
+    };
+
+    /// @param area gets the documents
+    WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent);
+
+    WORKBENCH_MODULE_VIEW* get_module_view() const;
+    DRAWING_PANE* get_schematic() const;
+    DRAWING_PANE* get_floorplan() const;
+    /// The drawing that is in front; null where the tables are, or nothing.
+    DRAWING_PANE* get_active_drawing() const;
+    /// Whether the design has a floorplan.
+    bool has_floorplan() const;
+
+    /// Shows a module of a netlist, null for none.
+    /// @param path names of the instances from the top to the one that is shown
+    void set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module, const QStringList& path);
+    void apply_drawing_resources();
+
+public slots:
+    /// Brings a document to the front, opening it again where it was closed. Nothing for a floorplan where the design
+    /// has none.
+    void show_document(int document);
+    /// The cell is chosen: the drawings show it. -1 for none.
+    void show_cell(int cell);
+
+signals:
+    /// The user wants to go into this cell of the module.
+    void cell_activated(int cell);
+    /// A cell is chosen in a drawing.
+    void cell_chosen(int cell);
+    /// Whether there is a floorplan has changed.
+    void floorplan_available(bool available);
+
+private slots:
+    void report_schematic_cell();
+    void report_floorplan_cell();
+    void fit_schematic();
+    void enter_floorplan_cell(int cell);
+
+private:
+    void add_document(DOCUMENT document, QWidget* widget, const QString& title);
+    void set_floorplan_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module);
+    void report_cell(DRAWING_PANE* pane);
+
+    TOLV_MDI_AREA* m_area;
+    WORKBENCH_MODULE_VIEW* m_module_view;
+    SCHEMATIC_VIEW* m_schematic_view;
+    FLOORPLAN_VIEW* m_floorplan_view;
+    DRAWING_PANE* m_schematic;
+    DRAWING_PANE* m_floorplan;
+    QVector<QMdiSubWindow*> m_windows; ///< by DOCUMENT
+    bool m_is_reporting = false;
+};
