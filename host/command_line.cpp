@@ -78,6 +78,8 @@ private:
             take_value(option, m_result.screenshot);
         else if (option == "--select")
             take_value(option, m_result.select);
+        else if (option == "--document")
+            take_document(option);
         else if (option == "--size")
             take_size(option);
         else if (option == "--scale")
@@ -103,6 +105,13 @@ private:
         if (value.empty())
             m_result.error = "the option \"" + option + "\" needs a value";
         return !value.empty();
+    }
+
+    void take_document(const std::string& option)
+    {
+        std::string& document = m_result.document;
+        if (take_value(option, document) && document != "schematic" && document != "tables" && document != "floorplan")
+            m_result.error = "\"" + document + "\" is no document: \"schematic\", \"tables\" and \"floorplan\" are";
     }
 
     /// An option that opens a window, with or without a place in it.
@@ -158,6 +167,7 @@ std::string COMMAND_LINE::get_help()
            "\n"
            "  --screenshot PICTURE  write a picture of the window, as PNG, and end; needs no display\n"
            "  --select PATH         choose an instance, by the names from the top down: top/u_uart/u_rx_fifo\n"
+           "  --document WHAT       bring \"schematic\", \"tables\" or \"floorplan\" to the front\n"
            "  --preferences[=WHAT]  open the preferences, at \"colours\", \"fonts\", \"lines\" or the row of this "
            "name, such as\n"
            "                        TOLV_MSW_ERROR_COLOR; a screenshot shows them alone\n"

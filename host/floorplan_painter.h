@@ -31,7 +31,7 @@ public:
     {
         COLORING coloring = COLORING_KIND;
         bool shows_wires = true;
-        bool shows_names = true; ///< of cells, where there is room
+        bool shows_names = true;                   ///< of cells, where there is room
         std::vector<std::uint32_t> selected_sites; ///< indices, in ascending order
         std::vector<std::uint32_t> lit_nets;       ///< indices of nets in the module
     };

@@ -1,9 +1,9 @@
 #include "preferences_sample.h"
 
 #include "preferences_names.h"
+#include "tolv_contrast.h"
 #include "tolv_gdi_manager.h"
 #include "tolv_gdi_tables.h"
-#include "tolv_contrast.h"
 
 #include <QFontMetrics>
 #include <QPainter>

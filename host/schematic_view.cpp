@@ -31,6 +31,7 @@ void SCHEMATIC_VIEW::set_module(const std::shared_ptr<const NETLIST>& netlist, s
     m_netlist = netlist;
     m_module = module;
     m_schematic = nullptr;
+    m_is_drawing = netlist != nullptr;
     // The watcher hears no more of the drawing that it watched before; that one keeps its netlist until it is done.
     m_watcher.setFuture(netlist != nullptr ? QtConcurrent::run(&SCHEMATIC::make, netlist, module)
                                            : QFuture<std::shared_ptr<const SCHEMATIC>>());
@@ -44,13 +45,14 @@ const std::shared_ptr<const SCHEMATIC>& SCHEMATIC_VIEW::get_schematic() const
 
 bool SCHEMATIC_VIEW::is_drawing() const
 {
-    return m_netlist != nullptr && m_watcher.isRunning();
+    return m_is_drawing;
 }
 
 void SCHEMATIC_VIEW::take_drawing()
 {
-    if (m_netlist == nullptr)
+    if (!m_is_drawing)
         return;
+    m_is_drawing = false;
     m_schematic = m_watcher.result();
     if (m_schematic != nullptr && !m_schematic->bounds.isEmpty())
         set_logical_size(m_schematic->bounds);

@@ -52,6 +52,7 @@ private:
     std::shared_ptr<const NETLIST> m_netlist;
     std::uint32_t m_module = 0;
     std::shared_ptr<const SCHEMATIC> m_schematic;
+    bool m_is_drawing = false;
     QFutureWatcher<std::shared_ptr<const SCHEMATIC>> m_watcher;
     SCHEMATIC_PAINTER m_painter;
 };

@@ -4,6 +4,7 @@
 #include "preferences_dialog.h"
 #include "tolv_gdi_manager.h"
 #include "tolv_global.h"
+#include "workbench_documents.h"
 #include "workbench_palette.h"
 #include "workbench_window.h"
 
@@ -17,6 +18,13 @@
 
 namespace
 {
+WORKBENCH_DOCUMENTS::DOCUMENT get_document(const std::string& name)
+{
+    return name == "tables"      ? WORKBENCH_DOCUMENTS::DOCUMENT_TABLES
+           : name == "floorplan" ? WORKBENCH_DOCUMENTS::DOCUMENT_FLOORPLAN
+                                 : WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC;
+}
+
 /// What Qt has to find in the environment before the application object is made.
 void prepare_environment(const COMMAND_LINE& command_line)
 {
@@ -68,10 +76,22 @@ void WORKBENCH_APP::finish_loading()
     else if (m_window->get_netlist() != nullptr && !path.isEmpty() &&
              !m_window->select_path(path.split(QLatin1Char('/'))))
         fail(tr("there is no instance \"%1\"").arg(path));
-    else if (is_screenshot && write_screenshot())
-        exit(0);
+    else if (m_command_line.document == "floorplan" && !m_window->get_documents()->has_floorplan())
+        fail(tr("the design has no floorplan"));
+    else if (!m_command_line.document.empty())
+        m_window->get_documents()->show_document(get_document(m_command_line.document));
+    if (is_screenshot && m_exit_status == 0 && m_window->get_documents()->is_drawing())
+        TOLV_SAFE_CONNECT(m_window->get_documents(), SIGNAL(drawn()), this, SLOT(finish_drawing()));
+    else if (is_screenshot && m_exit_status == 0)
+        finish_drawing();
     // Only the file of the command line is meant.
     disconnect(m_window, SIGNAL(load_ended()), this, SLOT(finish_loading()));
+}
+
+void WORKBENCH_APP::finish_drawing()
+{
+    if (write_screenshot())
+        exit(0);
 }
 
 int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
@@ -89,6 +109,8 @@ int WORKBENCH_APP::run_window(const COMMAND_LINE& command_line)
     if (command_line.width > 0 && command_line.preferences.empty() && command_line.gallery.empty())
         window->resize(command_line.width, command_line.height);
     window->setAttribute(Qt::WA_DontShowOnScreen, !command_line.screenshot.empty());
+    if (command_line.screenshot.empty())
+        window->keep_layout();
     window->show();
     if (!open_what_is_wanted() && !command_line.screenshot.empty())
         return EXIT_FAILURE;

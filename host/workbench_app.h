@@ -30,6 +30,7 @@ public:
 
 private slots:
     void finish_loading();
+    void finish_drawing();
 
 private:
     int run_window(const COMMAND_LINE& command_line);

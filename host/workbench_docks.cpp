@@ -16,6 +16,20 @@ CFGQ_REGISTRY_KEY get_layout_key()
 {
     return CFGQ_REGISTRY_KEY(CFGQ_REGISTRY_KEY::SUB_KEY_GUI, "norvane_workbench/layout");
 }
+
+/// A title with a mnemonic that none of the titles before has.
+QString add_mnemonic(const QString& title, QString* used)
+{
+    for (int i = 0; i < title.size(); ++i)
+    {
+        const QChar letter = title.at(i).toLower();
+        if (!letter.isLetter() || used->contains(letter))
+            continue;
+        *used += letter;
+        return title.left(i) + QLatin1Char('&') + title.mid(i);
+    }
+    return title;
+}
 } // namespace
 
 WORKBENCH_DOCKS::WORKBENCH_DOCKS(TOLV_MAIN_WINDOW* window) : QObject(window), m_window(window)
@@ -53,9 +67,10 @@ const QVector<TOLV_DOCK_WIDGET*>& WORKBENCH_DOCKS::get_docks() const
 
 void WORKBENCH_DOCKS::fill_menu(QMenu* menu)
 {
+    QString mnemonics;
     for (TOLV_DOCK_WIDGET* dock : qAsConst(m_docks))
     {
-        QAction* const action = menu->addAction(dock->windowTitle());
+        QAction* const action = menu->addAction(add_mnemonic(dock->windowTitle(), &mnemonics));
         action->setObjectName(dock->objectName() + QStringLiteral("_action"));
         action->setCheckable(true);
         action->setStatusTip(tr("Shows or hides the window \"%1\"").arg(dock->windowTitle()));

@@ -10,12 +10,14 @@
 #include "tolv_tool_bar.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QMdiSubWindow>
 
 WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     : QObject(parent), m_area(area), m_module_view(new WORKBENCH_MODULE_VIEW), m_schematic_view(new SCHEMATIC_VIEW),
       m_floorplan_view(new FLOORPLAN_VIEW), m_schematic(new DRAWING_PANE(m_schematic_view, tr("Schematic"))),
-      m_floorplan(new DRAWING_PANE(m_floorplan_view, tr("Floorplan"))), m_windows(DOCUMENT_COUNT)
+      m_floorplan(new DRAWING_PANE(m_floorplan_view, tr("Floorplan"))), m_widgets(DOCUMENT_COUNT),
+      m_windows(DOCUMENT_COUNT)
 {
     m_module_view->setObjectName(QStringLiteral("module_view"));
     m_schematic->setObjectName(QStringLiteral("schematic"));
@@ -23,8 +25,6 @@ WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     add_document(DOCUMENT_SCHEMATIC, m_schematic, tr("Schematic"));
     add_document(DOCUMENT_TABLES, m_module_view, tr("Cells, Ports and Nets"));
     add_document(DOCUMENT_FLOORPLAN, m_floorplan, tr("Floorplan"));
-    m_windows[DOCUMENT_FLOORPLAN]->hide();
-    m_area->update_tab_tooltips();
 
     QAction* const by_module = m_floorplan->get_tool_bar()->addAction(tr("By Module"));
     by_module->setObjectName(QStringLiteral("color_by_module"));
@@ -47,13 +47,56 @@ WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     TOLV_SAFE_CONNECT(m_schematic_view, SIGNAL(drawn()), this, SLOT(fit_schematic()));
 }
 
+WORKBENCH_DOCUMENTS::~WORKBENCH_DOCUMENTS()
+{
+    for (int i = 0; i < DOCUMENT_COUNT; ++i)
+        close_window(i);
+    for (const QPointer<QWidget>& widget : qAsConst(m_widgets))
+        delete widget.data();
+}
+
 void WORKBENCH_DOCUMENTS::add_document(DOCUMENT document, QWidget* widget, const QString& title)
 {
     widget->setWindowTitle(title);
-    QMdiSubWindow* const window = m_area->addSubWindow(widget);
-    window->setAttribute(Qt::WA_DeleteOnClose, false);
-    window->setObjectName(widget->objectName() + QStringLiteral("_window"));
+    m_widgets[document] = widget;
+}
+
+void WORKBENCH_DOCUMENTS::open_window(int document)
+{
+    if (m_windows[document] != nullptr)
+        return;
+    QMdiSubWindow* const window = m_area->addSubWindow(m_widgets[document]);
+    window->setObjectName(m_widgets[document]->objectName() + QStringLiteral("_window"));
+    window->installEventFilter(this);
     m_windows[document] = window;
+    m_widgets[document]->show();
+    m_area->update_tab_tooltips();
+}
+
+/// Takes the document out of its window, which would take it along into its end.
+void WORKBENCH_DOCUMENTS::close_window(int document)
+{
+    if (m_windows[document] == nullptr)
+        return;
+    QMdiSubWindow* const window = m_windows[document];
+    window->removeEventFilter(this);
+    m_windows[document] = nullptr;
+    m_area->removeSubWindow(m_widgets[document]);
+    m_widgets[document]->hide();
+    m_area->removeSubWindow(window);
+    window->deleteLater();
+}
+
+bool WORKBENCH_DOCUMENTS::eventFilter(QObject* watched, QEvent* event)
+{
+    for (int i = 0; event->type() == QEvent::Close && i < DOCUMENT_COUNT; ++i)
+    {
+        if (watched != m_windows[i])
+            continue;
+        close_window(i);
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 WORKBENCH_MODULE_VIEW* WORKBENCH_DOCUMENTS::get_module_view() const
@@ -75,6 +118,11 @@ DRAWING_PANE* WORKBENCH_DOCUMENTS::get_active_drawing() const
 {
     QMdiSubWindow* const active = m_area->activeSubWindow();
     return active != nullptr ? qobject_cast<DRAWING_PANE*>(active->widget()) : nullptr;
+}
+
+bool WORKBENCH_DOCUMENTS::is_drawing() const
+{
+    return m_schematic_view->is_drawing();
 }
 
 bool WORKBENCH_DOCUMENTS::has_floorplan() const
@@ -105,14 +153,15 @@ void WORKBENCH_DOCUMENTS::set_floorplan_module(const std::shared_ptr<const NETLI
         m_floorplan->show_all();
     if (has_floorplan() == had_floorplan)
         return;
-    if (has_floorplan() && m_area->isVisible())
+    if (has_floorplan())
     {
         QMdiSubWindow* const active = m_area->activeSubWindow();
+        open_window(DOCUMENT_FLOORPLAN);
         m_windows[DOCUMENT_FLOORPLAN]->showMaximized();
         m_area->setActiveSubWindow(active);
     }
     else
-        m_windows[DOCUMENT_FLOORPLAN]->setVisible(has_floorplan());
+        close_window(DOCUMENT_FLOORPLAN);
     emit floorplan_available(has_floorplan());
 }
 
@@ -127,8 +176,8 @@ void WORKBENCH_DOCUMENTS::show_document(int document)
 {
     if (document < 0 || document >= DOCUMENT_COUNT || (document == DOCUMENT_FLOORPLAN && !has_floorplan()))
         return;
+    open_window(document);
     QMdiSubWindow* const window = m_windows[document];
-    window->widget()->show();
     window->showMaximized();
     m_area->setActiveSubWindow(window);
     m_area->update_tab_tooltips();
@@ -171,6 +220,7 @@ void WORKBENCH_DOCUMENTS::report_cell(DRAWING_PANE* pane)
 void WORKBENCH_DOCUMENTS::fit_schematic()
 {
     m_schematic->show_all();
+    emit drawn();
 }
 
 /// A cell of the chip is no instance to go into: its schematic is what there is to see.

@@ -3,6 +3,7 @@
 #include "netlist.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QVector>
 
@@ -30,14 +31,17 @@ public:
         DOCUMENT_COUNT
     };
 
-    /// @param area gets the documents
+    /// @param area gets the documents; none is open at first
     WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent);
+    ~WORKBENCH_DOCUMENTS() override;
 
     WORKBENCH_MODULE_VIEW* get_module_view() const;
     DRAWING_PANE* get_schematic() const;
     DRAWING_PANE* get_floorplan() const;
     /// The drawing that is in front; null where the tables are, or nothing.
     DRAWING_PANE* get_active_drawing() const;
+    /// Whether a drawing is still being made; `drawn()` tells its end.
+    bool is_drawing() const;
     /// Whether the design has a floorplan.
     bool has_floorplan() const;
 
@@ -58,8 +62,13 @@ signals:
     void cell_activated(int cell);
     /// A cell is chosen in a drawing.
     void cell_chosen(int cell);
+    /// The schematic of the module is there, or it turned out that there is none.
+    void drawn();
     /// Whether there is a floorplan has changed.
     void floorplan_available(bool available);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void report_schematic_cell();
@@ -69,6 +78,8 @@ private slots:
 
 private:
     void add_document(DOCUMENT document, QWidget* widget, const QString& title);
+    void open_window(int document);
+    void close_window(int document);
     void set_floorplan_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module);
     void report_cell(DRAWING_PANE* pane);
 
@@ -78,6 +89,7 @@ private:
     FLOORPLAN_VIEW* m_floorplan_view;
     DRAWING_PANE* m_schematic;
     DRAWING_PANE* m_floorplan;
-    QVector<QMdiSubWindow*> m_windows; ///< by DOCUMENT
+    QVector<QPointer<QWidget>> m_widgets;       ///< by DOCUMENT; owned by their window while they are open
+    QVector<QPointer<QMdiSubWindow>> m_windows; ///< by DOCUMENT; null for one that is closed
     bool m_is_reporting = false;
 };

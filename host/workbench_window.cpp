@@ -574,10 +574,11 @@ void WORKBENCH_WINDOW::set_tab_order()
     QWidgetList chain;
     if (hierarchy != nullptr)
         chain << hierarchy;
-    chain << m_documents->get_module_view()->get_tab_chain() << m_totals_view->get_table() << m_property_view;
+    chain << m_totals_view->get_table() << m_property_view;
     if (m_messages != nullptr)
         chain << m_messages->widget();
-    chain << m_cancel_button;
+    // Last, as Tab stays within a document; Ctrl+Tab goes to the next one.
+    chain << m_cancel_button << m_documents->get_module_view()->get_tab_chain();
     for (int i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
     chain.constFirst()->setFocus();

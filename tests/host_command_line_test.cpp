@@ -199,8 +199,8 @@ TEST(host_program, a_dark_window_is_dark)
 {
     const std::string light = get_picture("light.png");
     const std::string dark = get_picture("dark.png");
-    EXPECT_EQ(0, run_workbench({"--screenshot", light, DESIGN}).exit_status);
-    EXPECT_EQ(0, run_workbench({"--screenshot", dark, "--dark", DESIGN}).exit_status);
+    EXPECT_EQ(0, run_workbench({"--screenshot", light, "--document", "tables", DESIGN}).exit_status);
+    EXPECT_EQ(0, run_workbench({"--screenshot", dark, "--document", "tables", "--dark", DESIGN}).exit_status);
     EXPECT_GT(get_lightness(load_picture(light)), 0.8);
     EXPECT_LT(get_lightness(load_picture(dark)), 0.3);
 }

@@ -9,10 +9,13 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace
 {
+const int LARGEST_COLUMN = 60; ///< characters that a column is wide before the user widens it
+
 struct PAGE
 {
     const char* name;
@@ -50,6 +53,12 @@ NAVIGATOR_PAGE_DOCK::NAVIGATOR_PAGE_DOCK(const QString& page, QWidget* parent)
     TOLV_SAFE_CONNECT(m_view, SIGNAL(activated(QModelIndex)), this, SLOT(report_activated(QModelIndex)));
 }
 
+NAVIGATOR_PAGE_DOCK::~NAVIGATOR_PAGE_DOCK()
+{
+    if (m_source != nullptr)
+        save_columns();
+}
+
 TOLV_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
 {
     return m_view;
@@ -57,8 +66,9 @@ TOLV_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
 
 void NAVIGATOR_PAGE_DOCK::set_source_model(QAbstractItemModel* model)
 {
-    if (m_view->model() != nullptr)
-        m_view->save_column_visibility_to_registry();
+    save_columns();
+    if (m_source != nullptr)
+        m_source->disconnect(this);
     const bool is_own_filter = m_filter != nullptr && m_filter->parent() == this;
     const QPointer<QSortFilterProxyModel> old_filter = m_filter;
     m_source = model;
@@ -76,10 +86,38 @@ void NAVIGATOR_PAGE_DOCK::set_source_model(QAbstractItemModel* model)
         m_filter->setSourceModel(model);
     }
     m_view->setModel(m_filter);
-    m_view->load_column_visibility_from_registry();
+    m_view->header()->setMinimumSectionSize(m_view->fontMetrics().averageCharWidth() * 6);
     if (m_filter->rowCount() == 1)
         m_view->expand(m_filter->index(0, 0));
     connect_selection();
+    TOLV_SAFE_CONNECT(model, SIGNAL(modelAboutToBeReset()), this, SLOT(save_columns()));
+    TOLV_SAFE_CONNECT(model, SIGNAL(modelReset()), this, SLOT(load_columns_later()));
+    load_columns_later();
+}
+
+void NAVIGATOR_PAGE_DOCK::save_columns()
+{
+    if (m_view->model() != nullptr && m_view->model()->rowCount() > 0)
+        m_view->save_column_visibility_to_registry();
+}
+
+/// Columns without a stored width take that of their contents, which the tool may be about to unfold.
+void NAVIGATOR_PAGE_DOCK::load_columns_later()
+{
+    QTimer::singleShot(0, this, SLOT(load_columns()));
+}
+
+void NAVIGATOR_PAGE_DOCK::load_columns()
+{
+    if (m_view->model() == nullptr || m_view->model()->rowCount() == 0)
+        return;
+    m_view->load_column_visibility_from_registry();
+    const int largest = m_view->fontMetrics().averageCharWidth() * LARGEST_COLUMN;
+    for (int column = 0; column < m_view->model()->columnCount(); ++column)
+    {
+        if (m_view->columnWidth(column) > largest)
+            m_view->setColumnWidth(column, largest);
+    }
 }
 
 void NAVIGATOR_PAGE_DOCK::connect_selection()

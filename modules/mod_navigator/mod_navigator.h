@@ -28,6 +28,8 @@ class NAVIGATOR_PAGE_DOCK : public TOLV_DOCK_WIDGET
 public:
     /// @param page "hierarchy", "files", "design_units" or "ip_components"
     NAVIGATOR_PAGE_DOCK(const QString& page, QWidget* parent);
+    /// Stores the columns.
+    ~NAVIGATOR_PAGE_DOCK() override;
 
     /// The tree, with the object name of the page.
     TOLV_TREE_VIEW* get_view() const;
@@ -46,6 +48,9 @@ signals:
     void activated(const QModelIndex& index);
 
 private slots:
+    void save_columns();
+    void load_columns_later();
+    void load_columns();
     void apply_filter(const QString& text);
     void report_current();
     void report_activated(const QModelIndex& index);
