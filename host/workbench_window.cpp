@@ -92,7 +92,6 @@ WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
     create_help_menu();
     fill_tool_bar();
     create_status_bar();
-    set_tab_order();
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(progressed(int)), this, SLOT(show_progress(int)));
     TOLV_SAFE_CONNECT(m_loader, SIGNAL(finished()), this, SLOT(take_result()));
     set_loading(false);
@@ -217,6 +216,7 @@ void WORKBENCH_WINDOW::showEvent(QShowEvent* event)
     m_was_shown = true;
     m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_TABLES);
     m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC);
+    set_tab_order();
 }
 
 void WORKBENCH_WINDOW::closeEvent(QCloseEvent* event)
