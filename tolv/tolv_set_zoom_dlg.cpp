@@ -23,6 +23,7 @@ TOLV_SET_ZOOM_DLG::TOLV_SET_ZOOM_DLG(float min_percent, float max_percent, QWidg
 {
     m_ui->setupUi(this);
     fill_combo_box();
+    m_ui->comboBox->setCompleter(nullptr); // which would make 50 percent of a 5
     m_ui->comboBox->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("^[0-9]\\d{0,5}(\\.\\d{1})?%?$")), m_ui->comboBox));
 }
