@@ -1,33 +1,27 @@
 #include "tolv_zoom_scroll_area.h"
 
-#include "tolv_birds_eye_view.h"
 #include "tolv_check.h"
 #include "tolv_create_action.h"
-#include "tolv_drag_tracker.h"
 #include "tolv_global.h"
-#include "tolv_image.h"
-#include "tolv_magnifying_glass_widget.h"
 #include "tolv_mem.h"
-#include "tolv_mouse_gesture_widget.h"
-#include "tolv_set_zoom_dlg.h"
 #include "tolv_tool_bar.h"
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
-#include "tolv_zoom_drag.h"
+#if __has_include("tolv_birds_eye_view.h")
+#include "tolv_birds_eye_view.h"
+#endif
+#if __has_include("tolv_set_zoom_dlg.h")
+#include "tolv_set_zoom_dlg.h"
+#endif
 
 #include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QCursor>
-#include <QDragMoveEvent>
-#include <QGuiApplication>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTimer>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -35,47 +29,8 @@ TOLV_MEM_INITIALIZER();
 
 namespace
 {
-constexpr float STANDARD_STEP = 1.25F;
-constexpr float FINE_STEP = 1.01F;
-/// Single steps for each key, and for each notch of the wheel.
-constexpr int STEPS_PER_KEY = 3;
-constexpr int STEPS_PER_NOTCH = 3;
-/// What an event of the wheel is divided by: a notch is 120.
-constexpr int NOTCH = 120;
-constexpr int FINE_NOTCH = 3000;
-/// A drag that spans less than this in both directions is a click.
-constexpr int SHORTEST_DRAG = 10;
-/// What stays visible around the pointer while data is dragged.
-constexpr int DRAG_MOVE_MARGIN = 50;
 /// More steps than any zoom needs that comes to an end at all.
 constexpr int MOST_STEPS_TO_SELECTION = 64;
-
-bool is_mouse_event(const QEvent& e)
-{
-    return e.type() == QEvent::MouseButtonPress || e.type() == QEvent::MouseButtonRelease ||
-           e.type() == QEvent::MouseButtonDblClick || e.type() == QEvent::MouseMove;
-}
-
-/// Whether a press in zoom mode zooms in; if not, it zooms out.
-bool is_zoom_in_gesture(const QMouseEvent& e)
-{
-    return (e.button() == Qt::RightButton) == e.modifiers().testFlag(Qt::ShiftModifier);
-}
-
-/// Whether the release of a key scrolls. Its press is taken, too, so that nobody else acts on it.
-bool is_scroll_key(int key)
-{
-    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down ||
-           key == Qt::Key_PageUp || key == Qt::Key_PageDown;
-}
-
-/// The turn of the wheel. While Alt is held, the window system turns the axes round, and a notch comes as one to the
-/// side.
-int get_wheel_delta(const QWheelEvent& e)
-{
-    const QPoint delta = e.angleDelta();
-    return delta.y() == 0 && e.modifiers().testFlag(Qt::AltModifier) ? delta.x() : delta.y();
-}
 } // namespace
 
 // ---- Construction ---------------------------------------------------------------------------------------------------
@@ -91,6 +46,9 @@ TOLV_ZOOM_SCROLL_AREA::TOLV_ZOOM_SCROLL_AREA(QWidget* parent)
       m_zoom_dialog_action(tolv_create_action(TOLV_ZOOM_ACTION, this)),
       m_birds_eye_view_action(tolv_create_action(TOLV_BIRDS_EYE_VIEW_ACTION, this))
 {
+    // Until they are first laid out, Qt has them larger than they ever get, and zoom_on_logical_rect() reckons with them.
+    verticalScrollBar()->resize(verticalScrollBar()->sizeHint());
+    horizontalScrollBar()->resize(horizontalScrollBar()->sizeHint());
     TOLV_SAFE_CONNECT(m_zoom_in_action, SIGNAL(triggered()), this, SLOT(zoom_in()));
     TOLV_SAFE_CONNECT(m_zoom_out_action, SIGNAL(triggered()), this, SLOT(zoom_out()));
     TOLV_SAFE_CONNECT(m_zoom_fit_action, SIGNAL(triggered()), this, SLOT(zoom_fit()));
@@ -114,9 +72,11 @@ void TOLV_ZOOM_SCROLL_AREA::set_view(TOLV_VIEW* view, bool has_birds_eye_view)
     view->installEventFilter(this);
     m_magnifying_tool_action->setVisible(has_birds_eye_view);
     m_birds_eye_view_action->setVisible(has_birds_eye_view);
+#if __has_include("tolv_birds_eye_view.h")
     delete m_birds_eye_view.data(); // of a view before this one
     if (has_birds_eye_view)
         create_birds_eye_view();
+#endif
 }
 
 TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
@@ -124,6 +84,7 @@ TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
     return m_view;
 }
 
+#if __has_include("tolv_birds_eye_view.h")
 TOLV_BIRDS_EYE_VIEW* TOLV_ZOOM_SCROLL_AREA::get_birds_eye_view() const
 {
     return m_birds_eye_view;
@@ -140,13 +101,22 @@ void TOLV_ZOOM_SCROLL_AREA::create_birds_eye_view()
     m_birds_eye_view = new TOLV_BIRDS_EYE_VIEW(this, m_view);
     m_birds_eye_view->hide();
     m_birds_eye_view_action->setChecked(false);
-    TOLV_BIRDS_EYE_VIEW* const dock = m_birds_eye_view;
-    connect(m_birds_eye_view_action, &QAction::triggered, dock,
-            [this, dock] { dock->set_visible_and_raise(m_birds_eye_view_action); });
-    TOLV_SAFE_CONNECT(dock, SIGNAL(dock_widget_active_state_changed(bool)), m_birds_eye_view_action,
-                      SLOT(setChecked(bool)));
-    TOLV_SAFE_CONNECT(m_view.data(), SIGNAL(update_birds_eye_view_size()), dock, SLOT(update_geometry()));
+    TOLV_BIRDS_EYE_VIEW* const overview = m_birds_eye_view;
+    QAction* const action = m_birds_eye_view_action;
+    connect(action, &QAction::triggered, overview, [=] { overview->set_visible_and_raise(action); });
+    TOLV_SAFE_CONNECT(overview, SIGNAL(dock_widget_active_state_changed(bool)), action, SLOT(setChecked(bool)));
+    TOLV_SAFE_CONNECT(m_view.data(), SIGNAL(update_birds_eye_view_size()), overview, SLOT(update_geometry()));
 }
+#else
+TOLV_BIRDS_EYE_VIEW* TOLV_ZOOM_SCROLL_AREA::get_birds_eye_view() const
+{
+    return nullptr;
+}
+
+void TOLV_ZOOM_SCROLL_AREA::hide_birds_eye_view() const
+{
+}
+#endif
 
 QAction* TOLV_ZOOM_SCROLL_AREA::get_action(TOLV_ACTION_ENUM action) const
 {
@@ -419,21 +389,7 @@ void TOLV_ZOOM_SCROLL_AREA::finish_zoom()
         m_view->update();
 }
 
-// ---- Tools and steps ------------------------------------------------------------------------------------------------
-
-void TOLV_ZOOM_SCROLL_AREA::on_switch_mode(QAction* action)
-{
-    if (m_view == nullptr)
-        return;
-    if (action == m_zoom_tool_action)
-        m_view->setCursor(tolv_get_cursor(QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)
-                                              ? TOLV_ZOOM_OUT_CURSOR
-                                              : TOLV_ZOOM_IN_CURSOR));
-    else if (action == m_pan_tool_action)
-        m_view->setCursor(Qt::OpenHandCursor);
-    else if (action == m_magnifying_tool_action)
-        m_view->setCursor(tolv_get_cursor(TOLV_MAGNIFYING_CURSOR));
-}
+// ---- Steps ----------------------------------------------------------------------------------------------------------
 
 void TOLV_ZOOM_SCROLL_AREA::zoom_in(QPoint* p, float delta)
 {
@@ -481,67 +437,6 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_fit()
     finish_zoom();
 }
 
-bool TOLV_ZOOM_SCROLL_AREA::pan_view(QEvent::Type event_type, QPoint point, Qt::MouseButtons mouse_button)
-{
-    switch (event_type)
-    {
-    case QEvent::MouseButtonPress:
-        m_mouse_position = point;
-        m_pan_start_h = horizontalScrollBar()->value();
-        m_pan_start_v = verticalScrollBar()->value();
-        if (mouse_button == Qt::LeftButton)
-        {
-            m_panning = true;
-            if (m_view != nullptr)
-                m_view->setCursor(Qt::ClosedHandCursor);
-        }
-        return true;
-    case QEvent::MouseMove:
-        if (m_panning)
-        {
-            horizontalScrollBar()->setValue(m_mouse_position.x() - point.x() + m_pan_start_h);
-            verticalScrollBar()->setValue(m_mouse_position.y() - point.y() + m_pan_start_v);
-        }
-        return true;
-    case QEvent::MouseButtonRelease:
-        m_panning = false;
-        if (m_view != nullptr)
-            m_view->setCursor(Qt::OpenHandCursor);
-        return true;
-    case QEvent::ContextMenu:
-        return true;
-    default:
-        return false;
-    }
-}
-
-void TOLV_ZOOM_SCROLL_AREA::zoom_mode_no_mouse_gesture(QMouseEvent* mouse_event, bool show_right_click_rect)
-{
-    if (m_view == nullptr)
-        return;
-    const bool zooms_in = is_zoom_in_gesture(*mouse_event);
-    if (!zooms_in && show_right_click_rect)
-    {
-        const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
-        const bool was_visible = m_view->isVisible();
-        const QRect rect = TOLV_DRAG_TRACKER::track_rect(m_view, m_mouse_position, nullptr, 0.0);
-        if (self == nullptr || m_view == nullptr || m_view->isVisible() != was_visible)
-            return;
-        const QSize span = tolv_get_span(rect);
-        if (span.width() >= SHORTEST_DRAG || span.height() >= SHORTEST_DRAG)
-        {
-            zoom_out_rect(rect);
-            return;
-        }
-    }
-    m_logical_anchor = m_view->get_logical(tolv_get_local_position(*mouse_event));
-    if (zooms_in)
-        zoom_in(&m_mouse_position, STANDARD_STEP);
-    else
-        zoom_out(&m_mouse_position, STANDARD_STEP);
-    adjust_cursor_later();
-}
-
 void TOLV_ZOOM_SCROLL_AREA::adjust_cursor()
 {
     if (m_view == nullptr || !m_view->isVisible())
@@ -562,318 +457,65 @@ void TOLV_ZOOM_SCROLL_AREA::set_zoom(float factor)
     m_view->set_zoom(factor);
 }
 
+#if __has_include("tolv_set_zoom_dlg.h")
 void TOLV_ZOOM_SCROLL_AREA::open_set_zoom_dlg()
 {
     TOLV_CHECK_TEXT(m_view != nullptr, "m_view != NULL");
     const float scaling = m_view->get_zoom_scaling();
     const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
-    const QPointer<TOLV_SET_ZOOM_DLG> dialog =
-        new TOLV_SET_ZOOM_DLG(100 * m_view->get_zoom_min() / scaling, 100 * m_view->get_zoom_max() / scaling, this);
-    select_current_level(*dialog->get_combo_box());
-    // The dialog runs an event loop, in which anything here can go away.
-    if (dialog->exec() == QDialog::Accepted && self != nullptr && m_view != nullptr && dialog != nullptr)
-        apply_chosen_level(dialog->get_current_text(), dialog->get_selected_zoom() / 100);
-    delete dialog.data();
+    const QPointer<TOLV_SET_ZOOM_DLG> dialog(new TOLV_SET_ZOOM_DLG(
+        100 * m_view->get_zoom_min() / scaling, 100 * m_view->get_zoom_max() / scaling, this, Qt::WindowFlags()));
+    show_level_in(*dialog);
+    const bool is_accepted = dialog->exec() == QDialog::Accepted;
+    if (self == nullptr || dialog == nullptr) // they went in the middle, the dialog with its parent
+        return;
+    if (is_accepted && m_view != nullptr)
+        apply_level_of(*dialog);
+    delete dialog;
 }
 
-/// A level that is not in the list is added to it.
-void TOLV_ZOOM_SCROLL_AREA::select_current_level(QComboBox& combo_box) const
+void TOLV_ZOOM_SCROLL_AREA::show_level_in(const TOLV_SET_ZOOM_DLG& dialog) const
 {
-    const QString text = TOLV_SET_ZOOM_DLG::get_percent_text(m_view->get_zoom_level() * 100);
-    if (combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive) < 0)
+    auto* const box = dialog.findChild<QComboBox*>();
+    const QString text = QString().setNum(100 * m_view->get_zoom_level(), 'f', 1) + QLatin1Char('%');
+    if (box->findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive) < 0)
     {
-        combo_box.setInsertPolicy(QComboBox::InsertAtTop);
-        combo_box.insertItem(combo_box.count(), text, QVariant());
+        box->setInsertPolicy(QComboBox::InsertAtTop);
+        box->insertItem(box->count(), text, QVariant());
     }
-    combo_box.setCurrentIndex(combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive));
+    box->setCurrentIndex(box->findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive));
 }
 
-void TOLV_ZOOM_SCROLL_AREA::apply_chosen_level(const QString& text, float wanted)
+void TOLV_ZOOM_SCROLL_AREA::apply_level_of(TOLV_SET_ZOOM_DLG& dialog)
 {
-    const float current = m_view->get_zoom_level();
-    if (text == QLatin1String("Fit in Window"))
+    if (dialog.get_current_text() == QLatin1String("Fit in Window"))
+    {
         zoom_fit();
-    else if (wanted > current)
+        return;
+    }
+    const float wanted = dialog.get_selected_zoom() / 100;
+    const float current = m_view->get_zoom_level();
+    if (wanted > current)
         zoom_in(nullptr, wanted / current);
     else
         zoom_out(nullptr, current / wanted);
 }
-
-// ---- Events of the view ---------------------------------------------------------------------------------------------
-
-bool TOLV_ZOOM_SCROLL_AREA::eventFilter(QObject* obj, QEvent* e)
+#else
+void TOLV_ZOOM_SCROLL_AREA::open_set_zoom_dlg()
 {
-    if (obj != m_view || m_view == nullptr)
-        return QScrollArea::eventFilter(obj, e);
-    if (e->type() == QEvent::Resize)
-        QScrollArea::eventFilter(obj, e); // brings the scroll bars in line
-    begin_temporary_pan(*e);
-    end_temporary_pan(*e);
-    bool is_consumed = false;
-    if (m_zoom_tool_action->isChecked())
-        is_consumed = zoom_mode_event_filter(e);
-    else if (m_pan_tool_action->isChecked())
-        is_consumed = pan_mode_event_filter(e);
-    else if (m_magnifying_tool_action->isChecked())
-        is_consumed = magnifying_mode_event_filter(e);
-    else
-        is_consumed = no_mode_event_filter(e);
-    return is_consumed || other_event_filter(e); // a press consumed may have been the end of this object
+    TOLV_CHECK_TEXT(m_view != nullptr, "m_view != NULL");
 }
+#endif
 
-void TOLV_ZOOM_SCROLL_AREA::begin_temporary_pan(const QEvent& e)
-{
-    if (e.type() != QEvent::MouseButtonPress)
-        return;
-    const auto& press = static_cast<const QMouseEvent&>(e);
-    if (press.button() == Qt::LeftButton && press.modifiers().testFlag(Qt::ControlModifier) &&
-        press.modifiers().testFlag(Qt::ShiftModifier))
-        m_pan_tool_action->activate(QAction::Trigger);
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::end_temporary_pan(const QEvent& e)
-{
-    if (e.type() != QEvent::KeyRelease || !m_pan_tool_action->isChecked())
-        return false;
-    const int key = static_cast<const QKeyEvent&>(e).key();
-    if (key != Qt::Key_Shift && key != Qt::Key_Control)
-        return false;
-    m_pan_tool_action->setChecked(false);
-    emit pan_mode_off();
-    return true;
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::zoom_mode_event_filter(QEvent* e)
-{
-    switch (e->type())
-    {
-    case QEvent::MouseButtonPress:
-        zoom_mode_press(static_cast<QMouseEvent*>(e));
-        return true;
-    case QEvent::MouseMove:
-        m_mouse_position = tolv_get_local_position(*static_cast<QMouseEvent*>(e));
-        return false;
-    case QEvent::MouseButtonDblClick:
-        zoom_mode_double_click(*static_cast<QMouseEvent*>(e));
-        return true;
-    case QEvent::KeyPress:
-        keyPressEvent(static_cast<QKeyEvent*>(e));
-        return true;
-    case QEvent::MouseButtonRelease:
-    case QEvent::ContextMenu:
-        return true;
-    default:
-        return false;
-    }
-}
-
-void TOLV_ZOOM_SCROLL_AREA::zoom_mode_press(QMouseEvent* e)
-{
-    const bool is_drag = (e->button() == Qt::RightButton) != e->modifiers().testFlag(Qt::ControlModifier);
-    if (!is_drag || !m_zoom_drag_enabled)
-    {
-        zoom_mode_mouse_press_event(e, true);
-        return;
-    }
-    m_mouse_position = tolv_get_local_position(*e);
-    if (!run_zoom_drag())
-        zoom_mode_mouse_press_event(e, false);
-}
-
-/// True where the drag has done all there was to do, or was the end of its surroundings.
-bool TOLV_ZOOM_SCROLL_AREA::run_zoom_drag()
-{
-    const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
-    TOLV_ZOOM_DRAG_WIDGET::start_zoom_drag(this, m_view, m_mouse_position);
-    return self == nullptr || m_view == nullptr || TOLV_ZOOM_DRAG_WIDGET::m_use_zoom_drag;
-}
-
-void TOLV_ZOOM_SCROLL_AREA::zoom_mode_mouse_press_event(QEvent* e, bool allow_gesture)
-{
-    auto* const press = static_cast<QMouseEvent*>(e);
-    m_mouse_position = tolv_get_local_position(*press);
-    const bool zooms_in = is_zoom_in_gesture(*press);
-    m_view->setCursor(tolv_get_cursor(zooms_in ? TOLV_ZOOM_IN_CURSOR : TOLV_ZOOM_OUT_CURSOR));
-    if (zooms_in && allow_gesture)
-    {
-        TOLV_MOUSE_GESTURE_WIDGET::show_mouse_gesture(this, m_view, m_mouse_position);
-        return;
-    }
-    zoom_mode_no_mouse_gesture(press, allow_gesture);
-}
-
-void TOLV_ZOOM_SCROLL_AREA::zoom_mode_double_click(const QMouseEvent& e)
-{
-    m_mouse_position = tolv_get_local_position(e);
-    if (is_zoom_in_gesture(e))
-    {
-        m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_IN_CURSOR));
-        zoom_in(&m_mouse_position, STANDARD_STEP);
-    }
-    else
-    {
-        m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_OUT_CURSOR));
-        zoom_out(&m_mouse_position, STANDARD_STEP);
-    }
-    adjust_cursor_later();
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::pan_mode_event_filter(QEvent* e)
-{
-    QPoint point;
-    Qt::MouseButton button = Qt::NoButton;
-    if (is_mouse_event(*e))
-    {
-        const auto& mouse_event = *static_cast<QMouseEvent*>(e);
-        point = tolv_get_global_position(mouse_event);
-        button = mouse_event.button();
-    }
-    else if (e->type() == QEvent::ContextMenu)
-    {
-        point = static_cast<QContextMenuEvent*>(e)->globalPos();
-        button = Qt::RightButton;
-    }
-    return pan_view(e->type(), point, button);
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::magnifying_mode_event_filter(QEvent* e)
-{
-    if (e->type() == QEvent::MouseButtonPress)
-    {
-        m_mouse_position = tolv_get_global_position(*static_cast<QMouseEvent*>(e));
-        TOLV_MAGNIFYING_GLASS_WIDGET::magnifying(this, m_view, m_mouse_position);
-        return true;
-    }
-    return e->type() == QEvent::MouseButtonRelease;
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::no_mode_event_filter(QEvent* e)
-{
-    if (e->type() == QEvent::DragMove && m_scroll_on_drag_move)
-    {
-        const QPoint position = tolv_round_position(static_cast<QDragMoveEvent*>(e)->posF());
-        ensureVisible(position.x(), position.y(), DRAG_MOVE_MARGIN, DRAG_MOVE_MARGIN);
-    }
-    else if (e->type() == QEvent::Paint && m_birds_eye_view != nullptr)
-    {
-        m_birds_eye_view->update();
-        return QScrollArea::eventFilter(m_view, e);
-    }
-    return false;
-}
-
-bool TOLV_ZOOM_SCROLL_AREA::other_event_filter(QEvent* e)
-{
-    if (e->type() != QEvent::MouseButtonPress)
-        return false;
-    auto* const press = static_cast<QMouseEvent*>(e);
-    const QPoint position = tolv_get_local_position(*press);
-    if (!current_mode_supports_mouse_gesture(position))
-        return false;
-    if (press->button() == Qt::LeftButton && press->modifiers() == Qt::NoModifier)
-    {
-        TOLV_SELECTION_MODE_MOUSE_GESTURE_WIDGET::show_mouse_gesture(this, m_view, position);
-        return true;
-    }
-    m_view->selection_mode_no_mouse_gesture(press);
-    return true;
-}
-
-// ---- Events of the area ---------------------------------------------------------------------------------------------
-
-void TOLV_ZOOM_SCROLL_AREA::wheelEvent(QWheelEvent* e)
-{
-    e->accept();
-    if (e->modifiers().testFlag(Qt::ControlModifier))
-        zoom_by_wheel(*e);
-    else
-        scroll_by_wheel(*e);
-    send_fake_mouse_event();
-}
-
-void TOLV_ZOOM_SCROLL_AREA::zoom_by_wheel(const QWheelEvent& e)
-{
-    if (m_view == nullptr)
-        return;
-    QPoint position = m_view->mapFromGlobal(tolv_round_position(e.globalPosition()));
-    m_logical_anchor = m_view->get_logical(position);
-    const float step = e.modifiers().testFlag(Qt::AltModifier) ? FINE_STEP : STANDARD_STEP;
-    if (get_wheel_delta(e) > 0)
-        zoom_in(&position, step);
-    else
-        zoom_out(&position, step);
-    adjust_cursor_later();
-}
-
-void TOLV_ZOOM_SCROLL_AREA::scroll_by_wheel(const QWheelEvent& e)
-{
-    const bool is_horizontal = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
-    QScrollBar* const bar = is_horizontal ? horizontalScrollBar() : verticalScrollBar();
-    const int divisor = e.modifiers().testFlag(Qt::AltModifier) ? FINE_NOTCH : NOTCH;
-    bar->setSliderPosition(bar->sliderPosition() - bar->singleStep() * get_wheel_delta(e) * STEPS_PER_NOTCH / divisor);
-}
-
-void TOLV_ZOOM_SCROLL_AREA::keyPressEvent(QKeyEvent* e)
-{
-    const bool is_zoom_out = m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift;
-    if (m_view != nullptr && is_zoom_out)
-        m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_OUT_CURSOR));
-    e->setAccepted(is_zoom_out || is_scroll_key(e->key()));
-}
-
-void TOLV_ZOOM_SCROLL_AREA::keyReleaseEvent(QKeyEvent* e)
-{
-    if (end_temporary_pan(*e))
-        return;
-    if (m_zoom_tool_action->isChecked() && e->key() == Qt::Key_Shift)
-    {
-        if (m_view != nullptr)
-            m_view->setCursor(tolv_get_cursor(TOLV_ZOOM_IN_CURSOR));
-        send_fake_mouse_event();
-        return;
-    }
-    e->setAccepted(is_scroll_key(e->key()));
-    if (!e->isAccepted() || e->isAutoRepeat()) // a key that is held repeats its release
-        return;
-    scroll_by_key(*e);
-    send_fake_mouse_event();
-}
-
-void TOLV_ZOOM_SCROLL_AREA::scroll_by_key(const QKeyEvent& e)
-{
-    QScrollBar* const h = horizontalScrollBar();
-    QScrollBar* const v = verticalScrollBar();
-    QScrollBar* const paged = e.modifiers().testFlag(Qt::ShiftModifier) ? h : v;
-    switch (e.key())
-    {
-    case Qt::Key_Left:
-        h->setSliderPosition(h->sliderPosition() - STEPS_PER_KEY * h->singleStep());
-        break;
-    case Qt::Key_Right:
-        h->setSliderPosition(h->sliderPosition() + STEPS_PER_KEY * h->singleStep());
-        break;
-    case Qt::Key_Up:
-        v->setSliderPosition(v->sliderPosition() - STEPS_PER_KEY * v->singleStep());
-        break;
-    case Qt::Key_Down:
-        v->setSliderPosition(v->sliderPosition() + STEPS_PER_KEY * v->singleStep());
-        break;
-    case Qt::Key_PageUp:
-        paged->triggerAction(QAbstractSlider::SliderPageStepSub);
-        break;
-    case Qt::Key_PageDown:
-        paged->triggerAction(QAbstractSlider::SliderPageStepAdd);
-        break;
-    default:
-        break;
-    }
-}
+// ---- Events ---------------------------------------------------------------------------------------------------------
 
 void TOLV_ZOOM_SCROLL_AREA::resizeEvent(QResizeEvent* e)
 {
     QScrollArea::resizeEvent(e);
-    if (m_birds_eye_view != nullptr && m_view != nullptr)
+#if __has_include("tolv_birds_eye_view.h")
+    if (m_birds_eye_view != nullptr)
         m_birds_eye_view->update_geometry();
+#endif
     if (m_view != nullptr)
         m_view->update_transform();
 }

@@ -11,9 +11,9 @@
 
 class QAction;
 class QActionGroup;
-class QComboBox;
 class QMouseEvent;
 class TOLV_BIRDS_EYE_VIEW;
+class TOLV_SET_ZOOM_DLG;
 class TOLV_TOOL_BAR;
 class TOLV_VIEW;
 
@@ -151,11 +151,12 @@ private:
     QSize get_max_size() const;
     void check_rect(const QRect& rect) const;
     void finish_zoom();
+    void show_level_in(const TOLV_SET_ZOOM_DLG& dialog) const;
+    void apply_level_of(TOLV_SET_ZOOM_DLG& dialog);
     void zoom_until_visible(const QRect& logical);
     void adjust_cursor_later();
-    void select_current_level(QComboBox& combo_box) const;
-    void apply_chosen_level(const QString& text, float wanted);
 
+    void follow_view(QEvent* e);
     void begin_temporary_pan(const QEvent& e);
     bool end_temporary_pan(const QEvent& e);
     bool zoom_mode_event_filter(QEvent* e);
