@@ -1,0 +1,595 @@
+#include "input_script.h"
+#include "tolv_create_action.h"
+#include "tolv_image.h"
+#include "tolv_zoom_drag.h"
+#include "tolv_zoom_fixture.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QMimeData>
+
+#include <random>
+
+namespace
+{
+class TOLV_ZOOM_SCROLL_AREA_INPUT_TEST : public ZOOM_TEST
+{
+protected:
+    void wheel(const QPoint& point, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        GUI_DRIVER::wheel(view, point, QPoint(0, delta), modifiers);
+    }
+    /// Moves without buttons that the view felt since the last call.
+    int take_moves()
+    {
+        const int count = view->moves_without_buttons.size();
+        view->moves_without_buttons.clear();
+        return count;
+    }
+    bool has_cursor(TOLV_CURSOR_ENUM cursor) const
+    {
+        const QCursor expected = tolv_get_cursor(cursor);
+        return view->cursor().shape() == Qt::BitmapCursor &&
+               view->cursor().pixmap().toImage() == expected.pixmap().toImage();
+    }
+    bool is_pan_tool() const
+    {
+        return action(TOLV_PAN_TOOL_ACTION)->isChecked();
+    }
+};
+
+/// The same where the tools are in a group, as in a host, and a tool is chosen.
+class TOLV_ZOOM_SCROLL_AREA_TOOL_TEST : public TOLV_ZOOM_SCROLL_AREA_INPUT_TEST
+{
+protected:
+    void SetUp() override
+    {
+        TOLV_ZOOM_SCROLL_AREA_INPUT_TEST::SetUp();
+        group = std::make_unique<QActionGroup>(nullptr);
+        selection_tool = group->addAction(QStringLiteral("Select"));
+        selection_tool->setCheckable(true);
+        area->insert_modes(group.get());
+        view->setFocusPolicy(Qt::StrongFocus);
+        scroll_to(100, 200);
+    }
+    void TearDown() override
+    {
+        TOLV_ZOOM_SCROLL_AREA_INPUT_TEST::TearDown();
+        group.reset();
+    }
+    void choose(TOLV_ACTION_ENUM tool)
+    {
+        action(tool)->trigger();
+    }
+
+    std::unique_ptr<QActionGroup> group;
+    QAction* selection_tool = nullptr;
+};
+} // namespace
+
+// ---- Wheel ----------------------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_notch_scrolls_three_single_steps_down_or_up)
+{
+    ASSERT_EQ(20, v()->singleStep());
+    scroll_to(100, 200);
+    wheel(in_view(50, 50), -120);
+    EXPECT_EQ(QPoint(100, 260), values());
+    wheel(in_view(50, 50), 240);
+    EXPECT_EQ(QPoint(100, 140), values());
+    wheel(in_view(50, 50), 1200);
+    EXPECT_EQ(QPoint(100, 0), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, parts_of_a_notch_are_cut_off_towards_zero)
+{
+    scroll_to(100, 200);
+    wheel(in_view(50, 50), 7); // 20 * 7 * 3 / 120 = 3.5
+    EXPECT_EQ(197, v()->value());
+    wheel(in_view(50, 50), -7);
+    EXPECT_EQ(200, v()->value());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, shift_scrolls_to_the_side)
+{
+    scroll_to(100, 200);
+    wheel(in_view(50, 50), -120, Qt::ShiftModifier);
+    EXPECT_EQ(QPoint(160, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, alt_scrolls_25_times_finer)
+{
+    scroll_to(100, 200);
+    wheel(in_view(50, 50), -120, Qt::AltModifier); // 20 * 360 / 3000 = 2.4
+    EXPECT_EQ(QPoint(100, 202), values());
+    wheel(in_view(50, 50), 120, Qt::AltModifier);
+    EXPECT_EQ(QPoint(100, 200), values());
+    wheel(in_view(50, 50), -120, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QPoint(102, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_notch_that_alt_has_turned_to_the_side_counts_all_the_same)
+{
+    scroll_to(100, 200);
+    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(-120, 0), Qt::AltModifier);
+    EXPECT_EQ(QPoint(100, 202), values());
+    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(120, 0), Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
+    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(-120, 0)); // a wheel that really goes to the side
+    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, each_turn_of_the_wheel_lets_the_view_feel_a_move)
+{
+    GUI_DRIVER::hover(view, in_view(50, 50));
+    take_moves();
+    wheel(in_view(50, 50), -120);
+    EXPECT_GE(take_moves(), 1);
+    EXPECT_EQ(in_view(50, 50), view->mapFromGlobal(QCursor::pos()));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_zooms_about_the_pointer)
+{
+    scroll_to(100, 200);
+    wheel(in_view(60, 80), 120, Qt::ControlModifier); // (160, 280) * 1.25
+    EXPECT_EQ(1.25F, view->get_zoom());
+    EXPECT_EQ(QPoint(200 - 60, 350 - 80), values());
+    EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
+    wheel(in_view(60, 80), -120, Qt::ControlModifier);
+    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
+    EXPECT_EQ(QPoint(100, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_and_alt_zoom_in_fine_steps)
+{
+    wheel(in_view(60, 80), 120, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
+    wheel(in_view(60, 80), -120, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_and_shift_zoom_as_control_alone_does)
+{
+    wheel(in_view(60, 80), 120, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(1.25F, view->get_zoom());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_turn_of_nothing_zooms_out)
+{
+    const QPoint point = in_view(60, 80);
+    QWheelEvent event(point, view->mapToGlobal(point), QPoint(), QPoint(0, 0), Qt::NoButton, Qt::ControlModifier,
+                      Qt::NoScrollPhase, false);
+    event.ignore();
+    QCoreApplication::sendEvent(view, &event);
+    EXPECT_TRUE(event.isAccepted());
+    EXPECT_FLOAT_EQ(0.8F, view->get_zoom());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_wheel_is_taken_even_where_there_is_nothing_to_scroll)
+{
+    class PARENT : public QWidget
+    {
+    public:
+        int count = 0;
+
+    protected:
+        void wheelEvent(QWheelEvent* event) override
+        {
+            ++count;
+            QWidget::wheelEvent(event);
+        }
+    };
+    PARENT parent;
+    parent.resize(200, 200);
+    TOLV_ZOOM_SCROLL_AREA inner(&parent);
+    inner.setGeometry(0, 0, 200, 200);
+    inner.set_view(new TOLV_VIEW, false);
+    ASSERT_TRUE(GUI_DRIVER::show(&parent));
+    GUI_DRIVER::wheel(inner.get_view(), QPoint(50, 50), QPoint(0, 120));
+    EXPECT_EQ(0, parent.count);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_frame_around_the_viewport_does_not_shift_the_anchor)
+{
+    area->setFrameStyle(QFrame::Box);
+    area->setLineWidth(7);
+    GUI_DRIVER::process_posted();
+    scroll_to(100, 200);
+    wheel(QPoint(160, 280), 120, Qt::ControlModifier);
+    EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
+    EXPECT_EQ(QPoint(200 - 60, 350 - 80), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_point_under_the_pointer_stays_within_a_pixel_over_many_steps)
+{
+    view->set_logical_size(QRect(-50000, -70000, 100000, 120000)); // finer than a pixel
+    view->set_min(0.02F);
+    view->set_max(1.0F);
+    view->set_zoom(0.2F);
+    GUI_DRIVER::process_posted();
+    scroll_to(10000, 12000);
+    std::mt19937 random(7);
+    const auto get_below = [&](unsigned limit) { return int(random() % limit); };
+    int at_limit = 0;
+    for (int i = 0; i < 50; ++i)
+    {
+        SCOPED_TRACE(i);
+        GUI_DRIVER::hover(area->viewport(), QPoint(get_below(380), get_below(280)));
+        const QPointF pointer = area->viewport()->mapFromGlobal(QCursor::pos());
+        const QPointF logical = view->get_inverse_transform().map(pointer + values());
+        const float zoom = view->get_zoom();
+        const Qt::KeyboardModifiers fine = get_below(4) == 0 ? Qt::AltModifier : Qt::NoModifier;
+        const int notch = get_below(20) < 11 ? 120 : -120;
+        GUI_DRIVER::wheel(area->viewport(), pointer.toPoint(), QPoint(0, notch), Qt::ControlModifier | fine);
+        at_limit += view->get_zoom() == zoom ? 1 : 0;
+
+        // As far as the drawing goes; it does here.
+        ASSERT_TRUE(h()->value() > 0 && h()->value() < h()->maximum());
+        ASSERT_TRUE(v()->value() > 0 && v()->value() < v()->maximum());
+        const QPointF now = view->get_transform().map(logical) - values();
+        EXPECT_NEAR(pointer.x(), now.x(), 1.0);
+        EXPECT_NEAR(pointer.y(), now.y(), 1.0);
+        const QPoint cursor = area->viewport()->mapFromGlobal(QCursor::pos());
+        EXPECT_NEAR(now.x(), cursor.x(), 1.0);
+        EXPECT_NEAR(now.y(), cursor.y(), 1.0);
+    }
+    EXPECT_GT(at_limit, 0);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_view_is_repainted_before_the_pointer_moves)
+{
+    int painted_before_move = 0;
+    view->draw = [&](QPainter*) { ++painted_before_move; };
+    GUI_DRIVER::hover(view, in_view(100, 50));
+    painted_before_move = 0;
+    QPoint at_paint;
+    view->draw = [&](QPainter*)
+    {
+        if (painted_before_move++ == 0)
+            at_paint = QCursor::pos();
+    };
+    const QPoint before = QCursor::pos();
+    area->zoom_out(nullptr, 1.25F); // scrolled to the corner: the pointer has to move
+    area->adjust_cursor();
+    EXPECT_GE(painted_before_move, 1);
+    EXPECT_EQ(before, at_paint);
+    EXPECT_NE(before, QCursor::pos());
+}
+
+// ---- Keys -----------------------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, arrows_scroll_when_they_are_released)
+{
+    scroll_to(100, 200);
+    GUI_DRIVER::key_press(area.get(), Qt::Key_Right);
+    EXPECT_EQ(QPoint(100, 200), values());
+    GUI_DRIVER::key_release(area.get(), Qt::Key_Right);
+    EXPECT_EQ(QPoint(160, 200), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Down);
+    EXPECT_EQ(QPoint(160, 260), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Left);
+    EXPECT_EQ(QPoint(100, 260), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Up);
+    EXPECT_EQ(QPoint(100, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_key_that_is_held_scrolls_once)
+{
+    GUI_DRIVER::focus(area.get());
+    for (int i = 0; i < 5; ++i) // what a window system sends meanwhile
+    {
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_Down, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(area.get(), &release);
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(area.get(), &press);
+    }
+    EXPECT_EQ(QPoint(0, 0), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Down);
+    EXPECT_EQ(QPoint(0, 60), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, page_keys_scroll_a_page_and_with_shift_to_the_side)
+{
+    GUI_DRIVER::key_click(area.get(), Qt::Key_PageDown);
+    EXPECT_EQ(QPoint(0, 280), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_PageDown, Qt::ShiftModifier);
+    EXPECT_EQ(QPoint(380, 280), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_PageUp);
+    EXPECT_EQ(QPoint(380, 0), values());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_PageUp, Qt::ShiftModifier);
+    EXPECT_EQ(QPoint(0, 0), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, keys_that_scroll_let_the_view_feel_a_move_and_others_do_nothing)
+{
+    GUI_DRIVER::focus(area.get());
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown})
+    {
+        take_moves();
+        GUI_DRIVER::key_click(area.get(), key);
+        EXPECT_EQ(1, take_moves()) << key;
+    }
+    scroll_to(100, 200);
+    GUI_DRIVER::process_posted();
+    take_moves();
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End, Qt::Key_A, Qt::Key_Shift, Qt::Key_Control, Qt::Key_Space})
+        GUI_DRIVER::key_click(area.get(), key);
+    EXPECT_EQ(QPoint(100, 200), values());
+    EXPECT_EQ(0, take_moves());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, keys_of_no_use_here_reach_the_surroundings)
+{
+    class PARENT : public QWidget
+    {
+    public:
+        QList<int> keys;
+
+    protected:
+        void keyPressEvent(QKeyEvent* event) override
+        {
+            keys << event->key();
+        }
+        void keyReleaseEvent(QKeyEvent* event) override
+        {
+            keys << -event->key();
+        }
+    };
+    PARENT parent;
+    parent.resize(200, 200);
+    TOLV_ZOOM_SCROLL_AREA inner(&parent);
+    inner.setGeometry(0, 0, 200, 200);
+    inner.set_view(new TOLV_VIEW, false);
+    ASSERT_TRUE(GUI_DRIVER::show(&parent));
+    GUI_DRIVER::key_click(&inner, Qt::Key_Escape);
+    GUI_DRIVER::key_click(&inner, Qt::Key_Down);
+    GUI_DRIVER::key_click(&inner, Qt::Key_PageUp);
+    EXPECT_EQ(QList<int>() << int(Qt::Key_Escape) << -int(Qt::Key_Escape), parent.keys);
+}
+
+// ---- Tools and cursors ----------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, choosing_a_tool_sets_its_cursor)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_IN_CURSOR));
+    choose(TOLV_PAN_TOOL_ACTION);
+    EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
+    choose(TOLV_MAGNIFYING_TOOL_ACTION);
+    EXPECT_TRUE(has_cursor(TOLV_MAGNIFYING_CURSOR));
+    selection_tool->trigger();
+    EXPECT_TRUE(has_cursor(TOLV_MAGNIFYING_CURSOR)); // left alone
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_shows_zooming_out_while_shift_is_down)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    GUI_DRIVER::key_press(view, Qt::Key_Shift);
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
+    take_moves();
+    GUI_DRIVER::key_release(view, Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_IN_CURSOR));
+    EXPECT_EQ(1, take_moves());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_chosen_with_shift_down_zooms_out)
+{
+    GUI_DRIVER::key_press(view, Qt::Key_A, Qt::ShiftModifier);
+    ASSERT_TRUE(QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier));
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
+    GUI_DRIVER::key_release(view, Qt::Key_A);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_keeps_presses_of_keys_from_the_view)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    view->seen.clear();
+    GUI_DRIVER::key_click(view, Qt::Key_Right);
+    EXPECT_EQ(QList<QEvent::Type>() << QEvent::KeyRelease, view->seen);
+    EXPECT_EQ(QPoint(160, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_double_click_of_the_zoom_tool_zooms_a_step)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    const auto double_click = [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+    {
+        const QPoint point = in_view(60, 80);
+        QMouseEvent event(QEvent::MouseButtonDblClick, point, view->mapToGlobal(point), button, button, modifiers);
+        QCoreApplication::sendEvent(view, &event);
+        const QPoint after = values();
+        GUI_DRIVER::process_posted();
+        return after;
+    };
+    EXPECT_EQ(QPoint(140, 270), double_click(Qt::LeftButton, Qt::NoModifier)); // (160, 280) * 1.25 - (60, 80)
+    EXPECT_EQ(1.25F, view->get_zoom());
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_IN_CURSOR));
+    EXPECT_EQ(QPoint(100, 200), double_click(Qt::RightButton, Qt::NoModifier));
+    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
+    double_click(Qt::RightButton, Qt::ShiftModifier);
+    EXPECT_EQ(1.25F, view->get_zoom());
+    double_click(Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_takes_releases_and_context_menus)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    view->seen.clear();
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(1, 1), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &release);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(1, 1));
+    QCoreApplication::sendEvent(view, &menu);
+    EXPECT_TRUE(view->seen.isEmpty());
+    GUI_DRIVER::hover(view, in_view(10, 10));
+    EXPECT_TRUE(view->seen.contains(QEvent::MouseMove));
+}
+
+// ---- Pan ------------------------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_pan_tool_drags_the_content_along)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    view->seen.clear();
+    const QPoint start = in_view(200, 150);
+    GUI_DRIVER::press(view, start);
+    EXPECT_EQ(Qt::ClosedHandCursor, view->cursor().shape());
+    GUI_DRIVER::move_to(view, start - QPoint(37, 21));
+    EXPECT_EQ(QPoint(137, 221), values());
+    EXPECT_EQ(start, view->mapFromGlobal(QCursor::pos())); // the content is where it was grabbed
+    GUI_DRIVER::move_to(view, start + QPoint(50, 60));
+    EXPECT_EQ(QPoint(87, 161), values());
+    GUI_DRIVER::release(view, view->mapFromGlobal(QCursor::pos()));
+    EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
+    GUI_DRIVER::hover(view, in_view(20, 20));
+    EXPECT_EQ(QPoint(87, 161), values());
+    EXPECT_TRUE(view->seen.isEmpty());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_pan_tool_follows_a_drag_of_many_moves)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::drag(view, in_view(200, 150), in_view(120, 110));
+    EXPECT_EQ(QPoint(180, 240), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, other_buttons_do_not_pan_but_are_taken)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    view->seen.clear();
+    GUI_DRIVER::drag(view, in_view(200, 150), in_view(120, 110), Qt::RightButton);
+    GUI_DRIVER::drag(view, in_view(200, 150), in_view(120, 110), Qt::MiddleButton);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(1, 1));
+    QCoreApplication::sendEvent(view, &menu);
+    EXPECT_EQ(QPoint(100, 200), values());
+    EXPECT_TRUE(view->seen.isEmpty());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_host_can_pan_by_its_own_events)
+{
+    EXPECT_TRUE(area->pan_view(QEvent::MouseButtonPress, QPoint(500, 500)));
+    EXPECT_EQ(Qt::ClosedHandCursor, view->cursor().shape());
+    EXPECT_TRUE(area->pan_view(QEvent::MouseMove, QPoint(480, 510)));
+    EXPECT_EQ(QPoint(120, 190), values());
+    EXPECT_TRUE(area->pan_view(QEvent::MouseButtonRelease, QPoint(480, 510)));
+    EXPECT_TRUE(area->pan_view(QEvent::MouseMove, QPoint(400, 400)));
+    EXPECT_EQ(QPoint(120, 190), values());
+    EXPECT_TRUE(area->pan_view(QEvent::ContextMenu, QPoint(), Qt::RightButton));
+    EXPECT_FALSE(area->pan_view(QEvent::MouseButtonDblClick, QPoint(400, 400)));
+    EXPECT_FALSE(area->pan_view(QEvent::Wheel, QPoint(400, 400)));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, control_and_shift_pan_for_the_time_being)
+{
+    for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control})
+    {
+        selection_tool->trigger();
+        scroll_to(100, 200);
+        const QSignalSpy off(area.get(), SIGNAL(pan_mode_off()));
+        GUI_DRIVER::focus(view);
+        GUI_DRIVER::drag(view, in_view(200, 150), in_view(120, 110), Qt::LeftButton,
+                         Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(is_pan_tool());
+        EXPECT_EQ(QPoint(180, 240), values());
+        EXPECT_EQ(0, off.count());
+        GUI_DRIVER::key_release(view, key, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_FALSE(is_pan_tool());
+        EXPECT_EQ(1, off.count());
+        GUI_DRIVER::key_release(view, key);
+        EXPECT_EQ(1, off.count());
+    }
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_pan_for_the_time_being_ends_wherever_the_keys_go)
+{
+    view->setFocusPolicy(Qt::NoFocus); // keys go to the area
+    const QSignalSpy off(area.get(), SIGNAL(pan_mode_off()));
+    GUI_DRIVER::click(view, in_view(200, 150), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_TRUE(is_pan_tool());
+    GUI_DRIVER::key_release(area.get(), Qt::Key_Control, Qt::ShiftModifier);
+    EXPECT_FALSE(is_pan_tool());
+    EXPECT_EQ(1, off.count());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, control_or_shift_alone_does_not_pan)
+{
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::KeyboardModifiers(Qt::ShiftModifier)})
+    {
+        GUI_DRIVER::click(view, in_view(200, 150), Qt::LeftButton, modifiers);
+        EXPECT_FALSE(is_pan_tool());
+    }
+    GUI_DRIVER::click(view, in_view(200, 150), Qt::MiddleButton, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(is_pan_tool());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, releases_of_other_keys_keep_the_pan_tool)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::key_click(view, Qt::Key_A);
+    EXPECT_TRUE(is_pan_tool());
+}
+
+// ---- No tool --------------------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, without_a_tool_and_gestures_the_view_gets_its_presses)
+{
+    view->seen.clear();
+    GUI_DRIVER::click(view, in_view(50, 50));
+    EXPECT_TRUE(view->seen.contains(QEvent::MouseButtonPress));
+    EXPECT_TRUE(view->seen.contains(QEvent::MouseButtonRelease));
+    EXPECT_TRUE(view->plain_presses.isEmpty());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_press_that_is_no_stroke_is_handed_to_the_view)
+{
+    view->supports_gestures = true;
+    view->seen.clear();
+    GUI_DRIVER::click(view, in_view(50, 60), Qt::RightButton);
+    GUI_DRIVER::click(view, in_view(51, 61), Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_EQ(QList<QPoint>() << in_view(50, 60) << in_view(51, 61), view->plain_presses);
+    EXPECT_FALSE(view->seen.contains(QEvent::MouseButtonPress));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_click_where_strokes_are_supported_is_handed_to_the_view)
+{
+    view->supports_gestures = true;
+    INPUT_SCRIPT script;
+    script.then([=] { GUI_DRIVER::press(view, in_view(50, 60)); });
+    script.then([=] { GUI_DRIVER::release(view, in_view(50, 60)); });
+    EXPECT_TRUE(script.run());
+    EXPECT_EQ(QList<QPoint>() << in_view(50, 60), view->plain_presses);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_view_says_where_strokes_are_supported_except_for_two_tools)
+{
+    EXPECT_FALSE(area->current_mode_supports_mouse_gesture(QPoint()));
+    view->supports_gestures = true;
+    EXPECT_TRUE(area->current_mode_supports_mouse_gesture(QPoint()));
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    EXPECT_TRUE(area->current_mode_supports_mouse_gesture(QPoint()));
+    choose(TOLV_PAN_TOOL_ACTION);
+    EXPECT_FALSE(area->current_mode_supports_mouse_gesture(QPoint()));
+    choose(TOLV_MAGNIFYING_TOOL_ACTION);
+    EXPECT_FALSE(area->current_mode_supports_mouse_gesture(QPoint()));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, data_dragged_near_the_edge_scrolls)
+{
+    view->setAcceptDrops(true);
+    QMimeData data;
+    data.setText(QStringLiteral("clk"));
+    GUI_DRIVER::drop(view, in_view(370, 270), &data); // 50 pixels beyond (470, 470) are to be visible
+    EXPECT_EQ(QPoint(470 + 50 - 380 + 0, 470 + 50 - 280 + 0), values());
+    scroll_to(100, 200);
+    area->set_scroll_on_drag_move(false);
+    EXPECT_FALSE(area->is_scroll_on_drag_move());
+    GUI_DRIVER::drop(view, in_view(370, 270), &data);
+    EXPECT_EQ(QPoint(100, 200), values());
+    area->set_scroll_on_drag_move(true);
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::drop(view, in_view(370, 270), &data);
+    EXPECT_EQ(QPoint(100, 200), values());
+}
