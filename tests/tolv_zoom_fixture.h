@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QCursor>
+#include <QDragEnterEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -46,6 +47,10 @@ public:
     }
 
 protected:
+    void dragEnterEvent(QDragEnterEvent* event) override
+    {
+        event->accept();
+    }
     bool event(QEvent* event) override
     {
         switch (event->type())

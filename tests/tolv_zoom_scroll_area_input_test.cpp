@@ -154,14 +154,9 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_and_shift_zoom_as_control_alone
     EXPECT_EQ(1.25F, view->get_zoom());
 }
 
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_turn_of_nothing_zooms_out)
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_wheel_to_the_side_zooms_out_as_one_that_does_not_turn_up)
 {
-    const QPoint point = in_view(60, 80);
-    QWheelEvent event(point, view->mapToGlobal(point), QPoint(), QPoint(0, 0), Qt::NoButton, Qt::ControlModifier,
-                      Qt::NoScrollPhase, false);
-    event.ignore();
-    QCoreApplication::sendEvent(view, &event);
-    EXPECT_TRUE(event.isAccepted());
+    GUI_DRIVER::wheel(view, in_view(60, 80), QPoint(120, 0), Qt::ControlModifier);
     EXPECT_FLOAT_EQ(0.8F, view->get_zoom());
 }
 
@@ -202,9 +197,9 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_frame_around_the_viewport_does_not_sh
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_point_under_the_pointer_stays_within_a_pixel_over_many_steps)
 {
-    view->set_logical_size(QRect(-50000, -70000, 100000, 120000)); // finer than a pixel
-    view->set_min(0.02F);
-    view->set_max(1.0F);
+    view->set_logical_size(QRect(0, 0, 100000, 120000)); // finer than a pixel
+    view->set_min(0.05F);
+    view->set_max(0.5F);
     view->set_zoom(0.2F);
     GUI_DRIVER::process_posted();
     scroll_to(10000, 12000);
@@ -214,13 +209,12 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_point_under_the_pointer_stays_withi
     for (int i = 0; i < 50; ++i)
     {
         SCOPED_TRACE(i);
-        GUI_DRIVER::hover(area->viewport(), QPoint(get_below(380), get_below(280)));
-        const QPointF pointer = area->viewport()->mapFromGlobal(QCursor::pos());
-        const QPointF logical = view->get_inverse_transform().map(pointer + values());
+        const QPoint pointer(get_below(380), get_below(280));
+        const QPointF logical = view->get_inverse_transform().map(QPointF(pointer + values()));
         const float zoom = view->get_zoom();
         const Qt::KeyboardModifiers fine = get_below(4) == 0 ? Qt::AltModifier : Qt::NoModifier;
-        const int notch = get_below(20) < 11 ? 120 : -120;
-        GUI_DRIVER::wheel(area->viewport(), pointer.toPoint(), QPoint(0, notch), Qt::ControlModifier | fine);
+        const int notch = get_below(20) < 14 ? 120 : -120;
+        GUI_DRIVER::wheel(area->viewport(), pointer, QPoint(0, notch), Qt::ControlModifier | fine);
         at_limit += view->get_zoom() == zoom ? 1 : 0;
 
         // As far as the drawing goes; it does here.
@@ -234,6 +228,30 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_point_under_the_pointer_stays_withi
         EXPECT_NEAR(now.y(), cursor.y(), 1.0);
     }
     EXPECT_GT(at_limit, 0);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_pointer_stays_on_its_point_whatever_the_origin_is)
+{
+    // The origin in pixels is cut off, so that the content may move by two pixels; the pointer moves along.
+    view->set_logical_size(QRect(-50000, -70000, 100000, 120000));
+    view->set_zoom(0.2F);
+    GUI_DRIVER::process_posted();
+    scroll_to(10000, 12000);
+    std::mt19937 random(11);
+    for (int i = 0; i < 50; ++i)
+    {
+        SCOPED_TRACE(i);
+        const QPoint pointer(int(random() % 380), int(random() % 280));
+        const QPointF logical = view->get_inverse_transform().map(QPointF(pointer + values()));
+        const int notch = view->get_zoom() < 0.2F || (view->get_zoom() < 0.6F && random() % 2 == 0) ? 120 : -120;
+        GUI_DRIVER::wheel(area->viewport(), pointer, QPoint(0, notch), Qt::ControlModifier);
+        const QPointF now = view->get_transform().map(logical) - values();
+        const QPoint cursor = area->viewport()->mapFromGlobal(QCursor::pos());
+        EXPECT_NEAR(now.x(), cursor.x(), 1.0);
+        EXPECT_NEAR(now.y(), cursor.y(), 1.0);
+        EXPECT_NEAR(pointer.x(), now.x(), 2.0);
+        EXPECT_NEAR(pointer.y(), now.y(), 2.0);
+    }
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_view_is_repainted_before_the_pointer_moves)
@@ -367,7 +385,7 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_shows_zooming_out_while_sh
     GUI_DRIVER::key_press(view, Qt::Key_Shift);
     EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
     take_moves();
-    GUI_DRIVER::key_release(view, Qt::Key_Shift, Qt::ShiftModifier);
+    GUI_DRIVER::key_release(view, Qt::Key_Shift);
     EXPECT_TRUE(has_cursor(TOLV_ZOOM_IN_CURSOR));
     EXPECT_EQ(1, take_moves());
 }
@@ -386,7 +404,8 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_keeps_presses_of_keys_from
     choose(TOLV_ZOOM_TOOL_ACTION);
     view->seen.clear();
     GUI_DRIVER::key_click(view, Qt::Key_Right);
-    EXPECT_EQ(QList<QEvent::Type>() << QEvent::KeyRelease, view->seen);
+    EXPECT_FALSE(view->seen.contains(QEvent::KeyPress));
+    EXPECT_TRUE(view->seen.contains(QEvent::KeyRelease));
     EXPECT_EQ(QPoint(160, 200), values());
 }
 
@@ -582,7 +601,7 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, data_dragged_near_the_edge_scrolls)
     QMimeData data;
     data.setText(QStringLiteral("clk"));
     GUI_DRIVER::drop(view, in_view(370, 270), &data); // 50 pixels beyond (470, 470) are to be visible
-    EXPECT_EQ(QPoint(470 + 50 - 380 + 0, 470 + 50 - 280 + 0), values());
+    EXPECT_EQ(QPoint(470 + 50 - 380, 470 + 50 - 280), values());
     scroll_to(100, 200);
     area->set_scroll_on_drag_move(false);
     EXPECT_FALSE(area->is_scroll_on_drag_move());

@@ -1,18 +1,14 @@
 #include "tolv_zoom_scroll_area.h"
 
+#include "tolv_birds_eye_view.h"
 #include "tolv_check.h"
 #include "tolv_create_action.h"
 #include "tolv_global.h"
 #include "tolv_mem.h"
+#include "tolv_set_zoom_dlg.h"
 #include "tolv_tool_bar.h"
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
-#if __has_include("tolv_birds_eye_view.h")
-#include "tolv_birds_eye_view.h"
-#endif
-#if __has_include("tolv_set_zoom_dlg.h")
-#include "tolv_set_zoom_dlg.h"
-#endif
 
 #include <QAction>
 #include <QActionGroup>
@@ -72,11 +68,9 @@ void TOLV_ZOOM_SCROLL_AREA::set_view(TOLV_VIEW* view, bool has_birds_eye_view)
     view->installEventFilter(this);
     m_magnifying_tool_action->setVisible(has_birds_eye_view);
     m_birds_eye_view_action->setVisible(has_birds_eye_view);
-#if __has_include("tolv_birds_eye_view.h")
     delete m_birds_eye_view.data(); // of a view before this one
     if (has_birds_eye_view)
         create_birds_eye_view();
-#endif
 }
 
 TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
@@ -84,7 +78,6 @@ TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
     return m_view;
 }
 
-#if __has_include("tolv_birds_eye_view.h")
 TOLV_BIRDS_EYE_VIEW* TOLV_ZOOM_SCROLL_AREA::get_birds_eye_view() const
 {
     return m_birds_eye_view;
@@ -106,17 +99,14 @@ void TOLV_ZOOM_SCROLL_AREA::create_birds_eye_view()
     connect(action, &QAction::triggered, overview, [=] { overview->set_visible_and_raise(action); });
     TOLV_SAFE_CONNECT(overview, SIGNAL(dock_widget_active_state_changed(bool)), action, SLOT(setChecked(bool)));
     TOLV_SAFE_CONNECT(m_view.data(), SIGNAL(update_birds_eye_view_size()), overview, SLOT(update_geometry()));
+    // It has nothing to show any more, and even its size is the view's to say.
+    connect(m_view, &QObject::destroyed, overview,
+            [=]
+            {
+                overview->hide();
+                overview->deleteLater();
+            });
 }
-#else
-TOLV_BIRDS_EYE_VIEW* TOLV_ZOOM_SCROLL_AREA::get_birds_eye_view() const
-{
-    return nullptr;
-}
-
-void TOLV_ZOOM_SCROLL_AREA::hide_birds_eye_view() const
-{
-}
-#endif
 
 QAction* TOLV_ZOOM_SCROLL_AREA::get_action(TOLV_ACTION_ENUM action) const
 {
@@ -457,65 +447,50 @@ void TOLV_ZOOM_SCROLL_AREA::set_zoom(float factor)
     m_view->set_zoom(factor);
 }
 
-#if __has_include("tolv_set_zoom_dlg.h")
 void TOLV_ZOOM_SCROLL_AREA::open_set_zoom_dlg()
 {
     TOLV_CHECK_TEXT(m_view != nullptr, "m_view != NULL");
     const float scaling = m_view->get_zoom_scaling();
     const QPointer<TOLV_ZOOM_SCROLL_AREA> self(this);
-    const QPointer<TOLV_SET_ZOOM_DLG> dialog(new TOLV_SET_ZOOM_DLG(
-        100 * m_view->get_zoom_min() / scaling, 100 * m_view->get_zoom_max() / scaling, this, Qt::WindowFlags()));
-    show_level_in(*dialog);
-    const bool is_accepted = dialog->exec() == QDialog::Accepted;
-    if (self == nullptr || dialog == nullptr) // they went in the middle, the dialog with its parent
-        return;
-    if (is_accepted && m_view != nullptr)
-        apply_level_of(*dialog);
-    delete dialog;
+    const QPointer<TOLV_SET_ZOOM_DLG> dialog =
+        new TOLV_SET_ZOOM_DLG(100 * m_view->get_zoom_min() / scaling, 100 * m_view->get_zoom_max() / scaling, this);
+    select_current_level(*dialog->get_combo_box());
+    // The dialog runs an event loop, in which anything here can go away.
+    if (dialog->exec() == QDialog::Accepted && self != nullptr && m_view != nullptr && dialog != nullptr)
+        apply_chosen_level(dialog->get_current_text(), dialog->get_selected_zoom() / 100);
+    delete dialog.data();
 }
 
-void TOLV_ZOOM_SCROLL_AREA::show_level_in(const TOLV_SET_ZOOM_DLG& dialog) const
+/// A level that is not in the list is added to it.
+void TOLV_ZOOM_SCROLL_AREA::select_current_level(QComboBox& combo_box) const
 {
-    auto* const box = dialog.findChild<QComboBox*>();
-    const QString text = QString().setNum(100 * m_view->get_zoom_level(), 'f', 1) + QLatin1Char('%');
-    if (box->findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive) < 0)
+    const QString text = TOLV_SET_ZOOM_DLG::get_percent_text(m_view->get_zoom_level() * 100);
+    if (combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive) < 0)
     {
-        box->setInsertPolicy(QComboBox::InsertAtTop);
-        box->insertItem(box->count(), text, QVariant());
+        combo_box.setInsertPolicy(QComboBox::InsertAtTop);
+        combo_box.insertItem(combo_box.count(), text, QVariant());
     }
-    box->setCurrentIndex(box->findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive));
+    combo_box.setCurrentIndex(combo_box.findData(text, Qt::DisplayRole, Qt::MatchCaseSensitive));
 }
 
-void TOLV_ZOOM_SCROLL_AREA::apply_level_of(TOLV_SET_ZOOM_DLG& dialog)
+void TOLV_ZOOM_SCROLL_AREA::apply_chosen_level(const QString& text, float wanted)
 {
-    if (dialog.get_current_text() == QLatin1String("Fit in Window"))
-    {
-        zoom_fit();
-        return;
-    }
-    const float wanted = dialog.get_selected_zoom() / 100;
     const float current = m_view->get_zoom_level();
-    if (wanted > current)
+    if (text == QLatin1String("Fit in Window"))
+        zoom_fit();
+    else if (wanted > current)
         zoom_in(nullptr, wanted / current);
     else
         zoom_out(nullptr, current / wanted);
 }
-#else
-void TOLV_ZOOM_SCROLL_AREA::open_set_zoom_dlg()
-{
-    TOLV_CHECK_TEXT(m_view != nullptr, "m_view != NULL");
-}
-#endif
 
 // ---- Events ---------------------------------------------------------------------------------------------------------
 
 void TOLV_ZOOM_SCROLL_AREA::resizeEvent(QResizeEvent* e)
 {
     QScrollArea::resizeEvent(e);
-#if __has_include("tolv_birds_eye_view.h")
-    if (m_birds_eye_view != nullptr)
+    if (m_birds_eye_view != nullptr && m_view != nullptr)
         m_birds_eye_view->update_geometry();
-#endif
     if (m_view != nullptr)
         m_view->update_transform();
 }

@@ -11,9 +11,9 @@
 
 class QAction;
 class QActionGroup;
+class QComboBox;
 class QMouseEvent;
 class TOLV_BIRDS_EYE_VIEW;
-class TOLV_SET_ZOOM_DLG;
 class TOLV_TOOL_BAR;
 class TOLV_VIEW;
 
@@ -24,7 +24,7 @@ class TOLV_VIEW;
 /// selection tool is at work. Put the three into an exclusive QActionGroup by insert_modes(). Mouse and keys of the view
 /// pass through here first, as this is an event filter on the view; what neither a tool nor a gesture takes reaches the
 /// view as ever. Gestures, drags and the lens run nested event loops, and the view or this area may be deleted or hidden
-/// in the middle of them.
+/// in the middle of them, a press with the right button by deleteLater() only, as Qt asks for.
 ///
 /// Zoom levels that are signalled or shown are those of the user: 1 is 100 percent, whatever the view's scaling is.
 /// Rectangles are inclusive, as QRect is. Without a view most operations are the internal error "m_view != NULL".
@@ -151,8 +151,8 @@ private:
     QSize get_max_size() const;
     void check_rect(const QRect& rect) const;
     void finish_zoom();
-    void show_level_in(const TOLV_SET_ZOOM_DLG& dialog) const;
-    void apply_level_of(TOLV_SET_ZOOM_DLG& dialog);
+    void select_current_level(QComboBox& combo_box) const;
+    void apply_chosen_level(const QString& text, float wanted);
     void zoom_until_visible(const QRect& logical);
     void adjust_cursor_later();
 

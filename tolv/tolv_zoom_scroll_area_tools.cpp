@@ -1,5 +1,6 @@
 #include "tolv_zoom_scroll_area.h"
 
+#include "tolv_birds_eye_view.h"
 #include "tolv_drag_tracker.h"
 #include "tolv_image.h"
 #include "tolv_magnifying_glass_widget.h"
@@ -8,9 +9,6 @@
 #include "tolv_view.h"
 #include "tolv_view_arithmetic.h"
 #include "tolv_zoom_drag.h"
-#if __has_include("tolv_birds_eye_view.h")
-#include "tolv_birds_eye_view.h"
-#endif
 
 #include <QAction>
 #include <QContextMenuEvent>
@@ -169,10 +167,8 @@ bool TOLV_ZOOM_SCROLL_AREA::eventFilter(QObject* obj, QEvent* e)
 
 void TOLV_ZOOM_SCROLL_AREA::follow_view(QEvent* e)
 {
-#if __has_include("tolv_birds_eye_view.h")
     if (e->type() == QEvent::Paint && m_birds_eye_view != nullptr)
         m_birds_eye_view->update();
-#endif
     QScrollArea::eventFilter(m_view, e); // brings the scroll bars in line with the size
 }
 
