@@ -128,6 +128,24 @@ protected:
         dock->click_titlebar_button(TITLEBAR_BUTTON_PIN);
         GUI_DRIVER::process_posted();
     }
+    /// Clicks a button of the title bar when it has come to rest: a window manager may still be placing the window, and
+    /// the title bar takes its form with its first painting.
+    static void click_titlebar(const TEST_DOCK* dock, const QString& kind)
+    {
+        constexpr int ENOUGH = 5;
+        QRect place;
+        int count = 0;
+        GUI_DRIVER::wait_for(
+            [&]
+            {
+                const QToolButton* const button = dock->get_button_in_force(kind);
+                const QRect new_place(button->mapToGlobal(QPoint(0, 0)), button->size());
+                count = button->isVisible() && new_place == place ? count + 1 : 0;
+                place = new_place;
+                return count >= ENOUGH;
+            });
+        GUI_DRIVER::click(dock->get_button_in_force(kind));
+    }
     bool show()
     {
         return GUI_DRIVER::show(m_window.get());

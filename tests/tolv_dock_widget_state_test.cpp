@@ -72,7 +72,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_pin_puts_the_window_on_the_bar_of_its_si
         TEST_DOCK* const dock = add_dock("Console", side.dock_area);
         ASSERT_TRUE(show());
         GUI_DRIVER::process_posted();
-        GUI_DRIVER::click(dock->get_button_in_force("pin"));
+        click_titlebar(dock, "pin");
         EXPECT_EQ(UNPINNED, dock->m_state);
         EXPECT_TRUE(dock->isHidden());
         EXPECT_EQ(0, dock->get_pin_checked());
@@ -93,7 +93,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_new_button_goes_on_the_bar_twice_and_an_ol
     ASSERT_TRUE(show());
     TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_bar(Qt::LeftToolBarArea);
     ASSERT_EQ(0, bar->actions().size());
-    GUI_DRIVER::click(dock->get_button_in_force("pin"));
+    click_titlebar(dock, "pin");
     EXPECT_EQ(2, bar->actions().size());
     ASSERT_EQ(1, bar->m_buttons.size());
     EXPECT_EQ(bar->actions().at(1), bar->m_buttons.value(dock->m_button)); // the map keeps the second
@@ -110,12 +110,12 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, pinning_again_takes_the_button_off_and_keeps
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
-    GUI_DRIVER::click(dock->get_button_in_force("pin"));
+    click_titlebar(dock, "pin");
     const TOLV_DOCK_WIDGET_BUTTON* const button = dock->m_button;
     GUI_DRIVER::click(dock->m_button);
     ASSERT_TRUE(dock->isVisible());
     GUI_DRIVER::process_posted();
-    GUI_DRIVER::click(dock->get_button_in_force("pin"));
+    click_titlebar(dock, "pin");
     EXPECT_EQ(DOCKED, dock->m_state);
     EXPECT_TRUE(dock->isVisible());
     EXPECT_EQ(1, dock->get_pin_checked());
@@ -124,7 +124,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, pinning_again_takes_the_button_off_and_keeps
     EXPECT_EQ(button, dock->m_button);
     EXPECT_EQ(nullptr, dock->m_button->parent());
 
-    GUI_DRIVER::click(dock->get_button_in_force("pin"));
+    click_titlebar(dock, "pin");
     EXPECT_EQ(button, dock->m_button);
     EXPECT_TRUE(is_on_bar(dock, Qt::LeftToolBarArea));
     EXPECT_TRUE(dock->m_button->isVisible());
@@ -293,7 +293,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_floating_window_is_pinned_without_a_pin_an
         GUI_DRIVER::process_posted();
         const bool stands = side.dock_area == Qt::TopDockWidgetArea || side.dock_area == Qt::BottomDockWidgetArea;
         EXPECT_EQ(stands, bool(dock->features() & VERTICAL));
-        GUI_DRIVER::click(dock->get_button_in_force("detach"));
+        click_titlebar(dock, "detach");
         EXPECT_TRUE(dock->isWindow());
         EXPECT_TRUE(dock->isVisible());
         EXPECT_EQ(FLOATING, dock->m_state);
@@ -304,7 +304,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_floating_window_is_pinned_without_a_pin_an
         EXPECT_EQ(side.dock_area, dock->m_area);
 
         ASSERT_TRUE(GUI_DRIVER::show(dock));
-        GUI_DRIVER::click(dock->get_button_in_force("detach"));
+        click_titlebar(dock, "detach");
         EXPECT_FALSE(dock->isWindow());
         EXPECT_TRUE(dock->isVisible());
         EXPECT_EQ(DOCKED, dock->m_state);
@@ -332,7 +332,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, an_unpinned_window_that_floats_leaves_its_ba
     unpin(dock);
     GUI_DRIVER::click(dock->m_button);
     GUI_DRIVER::process_posted();
-    GUI_DRIVER::click(dock->get_button_in_force("detach"));
+    click_titlebar(dock, "detach");
     EXPECT_EQ(FLOATING, dock->m_state);
     EXPECT_TRUE(dock->m_is_pinned);
     EXPECT_TRUE(is_on_no_bar(dock));
@@ -381,7 +381,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, closing_hides_the_window_and_showing_it_dock
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
     const QSignalSpy spy(dock, SIGNAL(dock_widget_active_state_changed(bool)));
-    GUI_DRIVER::click(dock->get_button_in_force("close"));
+    click_titlebar(dock, "close");
     EXPECT_EQ(CLOSED, dock->m_state);
     EXPECT_TRUE(dock->isHidden());
     EXPECT_FALSE(dock->m_is_pinned);
@@ -417,7 +417,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, closing_a_floating_window_leaves_it_floating
     ASSERT_TRUE(show());
     dock->setFloating(true);
     ASSERT_TRUE(GUI_DRIVER::show(dock));
-    GUI_DRIVER::click(dock->get_button_in_force("close"));
+    click_titlebar(dock, "close");
     EXPECT_EQ(CLOSED, dock->m_state);
     GUI_DRIVER::hover(m_window->centralWidget()); // away from where its title bar will be, and its tool tips
     dock->open_widget();
@@ -431,11 +431,11 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, an_unpinned_window_that_is_closed_and_opened
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
-    GUI_DRIVER::click(dock->get_button_in_force("pin"));
+    click_titlebar(dock, "pin");
     GUI_DRIVER::click(dock->m_button);
     GUI_DRIVER::process_posted();
     const TOLV_DOCK_WIDGET_BUTTON* const button = dock->m_button;
-    GUI_DRIVER::click(dock->get_button_in_force("close"));
+    click_titlebar(dock, "close");
     EXPECT_EQ(CLOSED, dock->m_state);
     EXPECT_TRUE(dock->isHidden());
     EXPECT_TRUE(is_on_no_bar(dock));
@@ -564,7 +564,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, a_window_without_a_parent_cannot_dock)
     TEST_DOCK dock("Console", nullptr);
     ASSERT_TRUE(GUI_DRIVER::show(&dock));
     GUI_DRIVER::process_posted();
-    GUI_DRIVER::click(dock.get_button_in_force("detach"));
+    click_titlebar(&dock, "detach");
     EXPECT_TRUE(dock.isWindow());
     EXPECT_TRUE(dock.isVisible());
     EXPECT_EQ(DOCKED, dock.m_state);
