@@ -3,6 +3,9 @@
 #include "tolv_mem.h"
 #include "tolv_tree_filter_proxy_model.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QItemSelectionModel>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
@@ -24,16 +27,40 @@ constexpr quint16 CHILDREN = 0x80;
 constexpr quint16 ACCEPTED_KNOWN = 0x100; ///< ACCEPTED says what the rules make of it
 constexpr quint16 ACCEPTED = 0x200;
 
+/// Cost is counted in rows of a level, each of which the base class touches for each run. For each run it also goes through
+/// all persistent indexes and their ancestors, which takes as long as so many rows.
+constexpr qint64 COST_OF_PERSISTENT_INDEX = 10;
 /// Up to these, the base class does a change run by run.
 constexpr qint64 MAX_RUNS = 1000;
 constexpr qint64 MAX_COST = 2000000;
-/// What the runs with persistent indexes may cost. A run costs as many units as there are rows beside it and persistent
-/// indexes. Beyond that, persistent indexes become invalid with no more ado: this is met with many thousands of expanded
-/// rows that go.
-constexpr qint64 MAX_COST_OF_MARKED_RUNS = 20000000;
+/// What the runs with persistent indexes may cost: those that views hold as their current row and at the ends of their
+/// selections, and those of others, which are mostly no more than expanded. The ones that would cost more become invalid
+/// with no more ado.
+constexpr qint64 MAX_COST_FOR_VIEWS = 20000000;
+constexpr qint64 MAX_COST_FOR_OTHERS = 2000000;
 /// Above this number of cells the selection model takes a short cut in a change of layout, if all of them are selected,
 /// that holds only as long as no rows come.
 constexpr qint64 MAX_CELLS_WITHOUT_SHORT_CUT = 1000;
+
+/// What the views that show a model hold of it in their selections.
+QModelIndexList get_indexes_of_views(const QAbstractItemModel& model)
+{
+    QModelIndexList result;
+    const QWidgetList widgets = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr
+                                    ? QApplication::allWidgets()
+                                    : QWidgetList();
+    for (const QWidget* widget : widgets)
+    {
+        const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+        if (view == nullptr || view->model() != &model || view->selectionModel() == nullptr)
+            continue;
+        result.append(view->selectionModel()->currentIndex());
+        const QItemSelection selection = view->selectionModel()->selection();
+        for (const QItemSelectionRange& range : selection)
+            result << range.topLeft() << range.bottomRight();
+    }
+    return result;
+}
 
 void set_known(quint16& bits, quint16 known, quint16 value, bool is_true)
 {
@@ -475,18 +502,21 @@ void TOLV_TREE_FILTERING::add_extent(const LEVEL& level, bool is_sorted, qint64 
         is_in_run = comes;
     }
     extent.run_count += run_count;
-    extent.cost += run_count * (static_cast<qint64>(level.rows.size()) + persistent_count);
+    extent.cost += run_count * (static_cast<qint64>(level.rows.size()) + persistent_count * COST_OF_PERSISTENT_INDEX);
 }
 
 // A current row or a selection that goes moves to rows nearby, which may themselves be about to go: hence again, until no
 // such row is left.
 void TOLV_TREE_FILTERING::take_out_marked_rows()
 {
-    qint64 budget = MAX_COST_OF_MARKED_RUNS;
+    qint64 budget_for_views = MAX_COST_FOR_VIEWS;
+    qint64 budget_for_others = MAX_COST_FOR_OTHERS;
     bool has_marks = mark_rows_that_come();
     while (true)
     {
-        has_marks = mark_rows_that_go(budget) || has_marks;
+        const QModelIndexList persistent = m_proxy.persistentIndexList();
+        has_marks = mark_rows_that_go(get_indexes_of_views(m_proxy), persistent.size(), budget_for_views) || has_marks;
+        has_marks = mark_rows_that_go(persistent, persistent.size(), budget_for_others) || has_marks;
         if (!has_marks)
             return;
         {
@@ -520,23 +550,14 @@ bool TOLV_TREE_FILTERING::mark_rows_that_come()
     return has_marks;
 }
 
-// Rows without children first: the others are mostly known to be expanded and no more.
-bool TOLV_TREE_FILTERING::mark_rows_that_go(qint64& budget)
+bool TOLV_TREE_FILTERING::mark_rows_that_go(const QModelIndexList& indexes, qint64 persistent_count, qint64& budget)
 {
     bool has_marks = false;
-    const QModelIndexList persistent = m_proxy.persistentIndexList();
-    for (const bool has_children : {false, true})
+    for (const QModelIndex& index : indexes)
     {
-        for (const QModelIndex& index : persistent)
-        {
-            const QModelIndex source = m_proxy.mapToSource(index);
-            if (!source.isValid() ||
-                (m_proxy.sourceModel()->rowCount(source.sibling(source.row(), 0)) > 0) != has_children)
-                continue;
-            const QModelIndex row = find_row_that_goes(source);
-            if (row.isValid())
-                has_marks = mark_run(row, persistent.size(), budget) || has_marks;
-        }
+        const QModelIndex row = index.isValid() ? find_row_that_goes(m_proxy.mapToSource(index)) : QModelIndex();
+        if (row.isValid())
+            has_marks = mark_run(row, persistent_count * COST_OF_PERSISTENT_INDEX, budget) || has_marks;
     }
     return has_marks;
 }

@@ -140,7 +140,7 @@ private:
     void add_extent(const LEVEL& level, bool is_sorted, qint64 persistent_count, EXTENT& extent) const;
     void take_out_marked_rows();
     bool mark_rows_that_come();
-    bool mark_rows_that_go(qint64& budget);
+    bool mark_rows_that_go(const QModelIndexList& indexes, qint64 persistent_count, qint64& budget);
     bool mark_run(const QModelIndex& source, qint64 cost, qint64& budget);
     QModelIndex find_row_that_goes(const QModelIndex& source);
     void apply_marks();
