@@ -117,6 +117,52 @@ TEST_F(TREE_FILTER_CHANGES, a_match_that_moves_takes_its_ancestors_along)
     EXPECT_EQ(QStringList({"b", ".x"}), rows());
 }
 
+/// A row that goes with its match in a move leaves its level mapped, if somebody holds on to it.
+class TREE_FILTER_MAPPED_BELOW_HIDDEN : public TREE_FILTER_CHANGES
+{
+protected:
+    void SetUp() override
+    {
+        TREE_FILTER_CHANGES::SetUp();
+        m_a = m_tree->append(m_tree->root(), QStringLiteral("a"));
+        NODE* c = m_tree->append(m_a, QStringLiteral("c"));
+        m_tree->append(c, QStringLiteral("x"));
+        NODE* b = m_tree->append(m_tree->root(), QStringLiteral("b"));
+        m_filter->regexp_filter(QStringLiteral("x"));
+        ASSERT_EQ(QStringList({"a", ".c", "..x"}), rows());
+        m_held = m_filter->mapFromSource(m_tree->get_index(c));
+        ASSERT_TRUE(m_tree->move(c, 0, b, 0));
+        ASSERT_EQ(QStringList({"b", ".x"}), rows());
+        ASSERT_FALSE(m_held.isValid());
+    }
+
+    NODE* m_a = nullptr;
+    QPersistentModelIndex m_held;
+};
+
+TEST_F(TREE_FILTER_MAPPED_BELOW_HIDDEN, a_match_that_is_inserted_is_shown)
+{
+    m_tree->append(m_a, QStringLiteral("x2"));
+    EXPECT_EQ(QStringList({"a", ".x2", "b", ".x"}), rows());
+}
+
+TEST_F(TREE_FILTER_MAPPED_BELOW_HIDDEN, a_row_that_becomes_a_match_shows_what_is_below_it)
+{
+    m_tree->set_text(m_a, QStringLiteral("ax"));
+    EXPECT_EQ(QStringList({"ax", ".c", "b", ".x"}), rows());
+}
+
+TEST_F(TREE_FILTER_CHANGES, a_match_in_a_level_that_nobody_has_asked_for_hides_its_ancestors_when_it_goes)
+{
+    NODE* x = m_tree->append(m_tree->append(m_tree->root(), QStringLiteral("a")), QStringLiteral("x"));
+    TOLV_TREE_FILTER_PROXY_MODEL unseen;
+    unseen.setSourceModel(m_tree.get());
+    unseen.regexp_filter(QStringLiteral("x"));
+    ASSERT_EQ(1, unseen.rowCount());
+    m_tree->set_text(x, QStringLiteral("y"));
+    EXPECT_EQ(0, unseen.rowCount());
+}
+
 TEST_F(TREE_FILTER_CHANGES, rows_shown_by_a_match_are_told_of_one_by_one_and_others_not_at_all)
 {
     NODE* a = m_tree->append(m_tree->root(), QStringLiteral("a"));

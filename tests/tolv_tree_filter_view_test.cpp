@@ -382,6 +382,11 @@ TEST_P(TREE_FILTER_RANDOM_VIEW, large_filterings_keep_what_small_ones_keep)
                             side.selection().setCurrentIndex(index, QItemSelectionModel::Current);
                     });
         }
+        m_tree->insert(m_tree->root(), pick(3000),
+                       {QStringLiteral("a new"), QStringLiteral("h new"), QStringLiteral("c new")});
+        NODE* node = m_tree->root()->children[static_cast<std::size_t>(pick(3000))].get();
+        if (node->children.empty())
+            m_tree->set_text(node, QStringLiteral("f%1").arg(step));
         filter(KEYWORDS[pick(KEYWORDS.size())]);
         ASSERT_EQ(plain.get_state(), ours.get_state()) << "step " << step;
     }

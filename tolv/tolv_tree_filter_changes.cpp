@@ -40,7 +40,7 @@ void TOLV_TREE_FILTER_CHANGES::hear_before(QAbstractItemModel* source)
     for (const char* signal : UNSETTLING_SIGNALS)
         TOLV_SAFE_CONNECT(source, signal, this, SLOT(forget()));
     TOLV_SAFE_CONNECT(source, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), this,
-                      SLOT(begin_data_change(QModelIndex, QModelIndex)));
+                      SLOT(begin_data_change(QModelIndex)));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)), this, SLOT(forget()));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(begin_insertion()));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), this,
@@ -62,7 +62,7 @@ void TOLV_TREE_FILTER_CHANGES::leave(QAbstractItemModel* source)
 {
     if (source != nullptr)
         QObject::disconnect(source, nullptr, this, nullptr);
-    m_filtering.end_all_keep_hidden();
+    m_filtering.end_all_changes();
 }
 
 void TOLV_TREE_FILTER_CHANGES::forget()
@@ -70,36 +70,26 @@ void TOLV_TREE_FILTER_CHANGES::forget()
     m_filtering.forget();
 }
 
-// The level is mapped here, by what the rows are now, as the base class would do. Hidden rows with children are left for
-// the end of the change: levels below them may be mapped from before.
-void TOLV_TREE_FILTER_CHANGES::begin_data_change(const QModelIndex& top_left, const QModelIndex& bottom_right)
+// The level is mapped here, by what the rows are now, as the base class would do.
+void TOLV_TREE_FILTER_CHANGES::begin_data_change(const QModelIndex& top_left)
 {
     m_filtering.forget();
     m_has_removed_rows = false;
     m_was_unmapped = false;
-    QVector<int> hidden_rows;
     const QModelIndex parent = top_left.parent();
     if (is_filtered() && top_left.isValid() && (!parent.isValid() || m_filtering.is_shown(parent)))
     {
         m_filtering.take_was_asked(parent);
         m_filtering.is_mapped(top_left.row(), parent);
         m_was_unmapped = m_filtering.take_was_asked(QModelIndex());
-        const QAbstractItemModel* source = m_proxy.sourceModel();
-        const int last = std::min(bottom_right.row(), source->rowCount(parent) - 1);
-        for (int row = top_left.row(); row <= last; ++row)
-        {
-            if (source->rowCount(source->index(row, 0, parent)) > 0 && !m_filtering.is_mapped(row, parent))
-                hidden_rows.append(row);
-        }
     }
-    m_has_hidden_rows = !hidden_rows.isEmpty();
-    m_filtering.keep_hidden(parent, hidden_rows);
+    m_filtering.begin_change();
 }
 
 void TOLV_TREE_FILTER_CHANGES::end_data_change(const QModelIndex& top_left, const QModelIndex& bottom_right,
                                                const QVector<int>& roles)
 {
-    m_filtering.end_keep_hidden();
+    m_filtering.end_change();
     if (!is_filtered() || !top_left.isValid() || !bottom_right.isValid())
         return;
     const QAbstractItemModel* source = m_proxy.sourceModel();
@@ -111,12 +101,6 @@ void TOLV_TREE_FILTER_CHANGES::end_data_change(const QModelIndex& top_left, cons
         if (has_match(parent, first, last))
             show_ancestors(parent);
         return;
-    }
-    for (int row = first; row <= last && m_has_hidden_rows; ++row)
-    {
-        const QModelIndex index = source->index(row, 0, parent);
-        if (source->rowCount(index) > 0 && !m_filtering.is_mapped(row, parent))
-            m_filtering.show(index);
     }
     const bool may_hide_ancestors = m_has_removed_rows || m_was_unmapped;
     if (parent.isValid() && may_hide_ancestors)
@@ -130,12 +114,12 @@ void TOLV_TREE_FILTER_CHANGES::end_data_change(const QModelIndex& top_left, cons
 void TOLV_TREE_FILTER_CHANGES::begin_insertion()
 {
     m_filtering.forget();
-    m_filtering.keep_hidden(QModelIndex(), QVector<int>());
+    m_filtering.begin_change();
 }
 
 void TOLV_TREE_FILTER_CHANGES::end_insertion(const QModelIndex& parent, int first, int last)
 {
-    m_filtering.end_keep_hidden();
+    m_filtering.end_change();
     if (is_filtered() && parent.isValid() && !m_filtering.is_shown(parent) && has_match(parent, first, last))
         show_ancestors(parent);
 }

@@ -26,7 +26,7 @@ public:
 
 private slots:
     void forget();
-    void begin_data_change(const QModelIndex& top_left, const QModelIndex& bottom_right);
+    void begin_data_change(const QModelIndex& top_left);
     void end_data_change(const QModelIndex& top_left, const QModelIndex& bottom_right, const QVector<int>& roles);
     void begin_insertion();
     void end_insertion(const QModelIndex& parent, int first, int last);
@@ -44,7 +44,6 @@ private:
 
     TOLV_TREE_FILTER_PROXY_MODEL& m_proxy;
     TOLV_TREE_FILTERING& m_filtering;
-    bool m_has_hidden_rows = false;  ///< in the changed range, with children
     bool m_has_removed_rows = false; ///< the proxy, in a change of data
     bool m_was_unmapped = false;     ///< the level of the changed range
     bool m_is_removing_match = false;

@@ -122,13 +122,8 @@ bool TOLV_TREE_FILTERING::accepts(int row, const QModelIndex& parent)
     }
     if (parent == m_asked_parent)
         m_was_asked = true;
-    if (m_change_depth > 0)
-    {
-        if (parent.isValid() && !is_shown(parent))
-            return false;
-        if (parent == m_hidden_parent && std::binary_search(m_hidden_rows.cbegin(), m_hidden_rows.cend(), row))
-            return false;
-    }
+    if (m_change_depth > 0 && parent.isValid() && !is_shown(parent))
+        return false;
     return accepts_by_rules_once(row, parent);
 }
 
@@ -303,29 +298,25 @@ void TOLV_TREE_FILTERING::show(const QModelIndex& index)
         look_again(index);
 }
 
-void TOLV_TREE_FILTERING::keep_hidden(const QModelIndex& parent, const QVector<int>& rows)
+void TOLV_TREE_FILTERING::begin_change()
 {
     ++m_change_depth;
     ++m_question_depth;
-    m_hidden_parent = parent;
-    m_hidden_rows = rows;
 }
 
-void TOLV_TREE_FILTERING::end_keep_hidden()
+void TOLV_TREE_FILTERING::end_change()
 {
     if (m_change_depth == 0)
         return;
     --m_change_depth;
     if (--m_question_depth == 0)
         m_has_line = false;
-    m_hidden_parent = QModelIndex();
-    m_hidden_rows.clear();
 }
 
-void TOLV_TREE_FILTERING::end_all_keep_hidden()
+void TOLV_TREE_FILTERING::end_all_changes()
 {
     while (m_change_depth > 0)
-        end_keep_hidden();
+        end_change();
 }
 
 bool TOLV_TREE_FILTERING::take_was_asked(const QModelIndex& parent)

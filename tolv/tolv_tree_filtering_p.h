@@ -89,12 +89,13 @@ public:
     /// Shows a row that is hidden, if it is to be shown, and nothing below it as it was mapped before.
     void show(const QModelIndex& index);
 
-    /// Rows that stay hidden for the time of a change in the source model: those that lie below hidden rows, and these.
-    void keep_hidden(const QModelIndex& parent, const QVector<int>& rows);
-    /// The end of that time.
-    void end_keep_hidden();
-    /// The end of all such times, as there is another source model.
-    void end_all_keep_hidden();
+    /// The base class is about to hear of a change in the source model. Until end_change(), rows below hidden rows stay
+    /// hidden: the base class has no way to tell views of them.
+    void begin_change();
+    /// The base class has heard of it.
+    void end_change();
+    /// There is another source model.
+    void end_all_changes();
     /// Whether a row of this level has been asked about since the call before for any level.
     bool take_was_asked(const QModelIndex& parent);
 
@@ -166,8 +167,6 @@ private:
     LEVEL* m_last_level = nullptr;
 
     int m_change_depth = 0;
-    QModelIndex m_hidden_parent;
-    QVector<int> m_hidden_rows;
     bool m_was_asked = false;
     QModelIndex m_asked_parent;
 };
