@@ -35,6 +35,12 @@ int scale_extent(int logical, float zoom)
     return tolv_truncate(float(logical) * zoom);
 }
 
+/// What is left on either side of content in the middle of an extent, the half pixel cut off.
+int get_margin(int visible, int content)
+{
+    return tolv_truncate((double(visible) - content) / 2);
+}
+
 /// What Qt takes for the smallest size of a widget: the largest size itself would stand for none.
 int limit_to_widget_size(int extent)
 {
@@ -209,9 +215,9 @@ void TOLV_VIEW::update_transform()
     const QRect visible = get_viewport_rect();
     const QSize span = tolv_get_span(visible);
     if (width <= span.width())
-        tx -= (visible.width() - width) / 2;
+        tx -= get_margin(visible.width(), width);
     if (height <= span.height())
-        ty -= (visible.height() - height) / 2;
+        ty -= get_margin(visible.height(), height);
     m_transform = m_base_transform * QTransform(m_zoom, 0, 0, m_zoom, -tx, -ty);
     m_inverse_transform = m_transform.inverted();
 }

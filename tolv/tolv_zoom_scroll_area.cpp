@@ -398,15 +398,15 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_in(QPoint* p, float delta)
     const QPoint offset = centre - anchor;
 
     // The page steps are crossed; this is meant.
-    const int h_size = h->maximum() + v->pageStep();
-    const int v_size = v->maximum() + h->pageStep();
+    const qint64 h_size = qint64(h->maximum()) + v->pageStep();
+    const qint64 v_size = qint64(v->maximum()) + h->pageStep();
     // The ratio that was really applied: at the limits another one than was asked for.
     const float factor = delta > 1.0F ? m_view->zoom_in(delta) : 1.0F / m_view->zoom_out(1.0F / delta);
     h->setMaximum(tolv_truncate(float(h_size) * factor));
     v->setMaximum(tolv_truncate(float(v_size) * factor));
     anchor = QPoint(tolv_round(float(anchor.x()) * factor), tolv_round(float(anchor.y()) * factor));
-    h->setValue(anchor.x() - h->pageStep() / 2 + offset.x());
-    v->setValue(anchor.y() - v->pageStep() / 2 + offset.y());
+    h->setValue(tolv_limit_to_int(double(qint64(anchor.x()) - h->pageStep() / 2 + offset.x())));
+    v->setValue(tolv_limit_to_int(double(qint64(anchor.y()) - v->pageStep() / 2 + offset.y())));
 
     finish_zoom();
     send_fake_mouse_event();
