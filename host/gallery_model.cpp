@@ -69,7 +69,7 @@ QVariant GALLERY_MODEL::headerData(int section, Qt::Orientation orientation, int
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount())
         return QVariant();
-    return GALLERY_CATALOG::get_columns(m_kind)[section];
+    return GALLERY_CATALOG::get_columns(m_kind).at(section);
 }
 
 // ---- The filter -----------------------------------------------------------------------------------------------------
