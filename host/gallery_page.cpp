@@ -50,6 +50,14 @@ void GALLERY_PAGE::set_icon_size(int size)
     m_view->scrollTo(m_view->currentIndex());
 }
 
+void GALLERY_PAGE::set_ground(const QPalette& palette)
+{
+    // To each widget itself: below a window with a style sheet, as main windows have one, palettes are not inherited.
+    setPalette(palette);
+    for (QWidget* widget : findChildren<QWidget*>())
+        widget->setPalette(palette);
+}
+
 bool GALLERY_PAGE::select_name(const QString& name)
 {
     const QModelIndex index = m_filter->mapFromSource(m_filter->get_model()->find_name(name));

@@ -23,6 +23,9 @@ public:
     /// Size of icons in pixels.
     void set_icon_size(int size);
 
+    /// The colours of everything.
+    void set_ground(const QPalette& palette);
+
     /// Chooses a thing; false where there is none of this name, or the search hides it.
     bool select_name(const QString& name);
     /// Shows what the filter lets through now. The chosen thing stays chosen; where it is gone, or there was none, the

@@ -139,6 +139,7 @@ GALLERY_PAGE* GALLERY_WINDOW::get_page(GALLERY_KIND kind)
         auto* const page = new GALLERY_PAGE(get_filter(kind), m_samples, m_stack);
         page->setObjectName(GALLERY_CATALOG::get_key(kind) + QStringLiteral("_page"));
         page->set_icon_size(m_size->currentData().toInt());
+        page->set_ground(workbench_get_palette(m_dark->isChecked()));
         m_stack->addWidget(page);
         m_pages[kind] = page;
         setTabOrder(m_kinds, page->get_view());
@@ -232,7 +233,11 @@ void GALLERY_WINDOW::apply_icon_size()
 void GALLERY_WINDOW::apply_ground()
 {
     const QPalette palette = workbench_get_palette(m_dark->isChecked());
-    m_stack->setPalette(palette);
+    for (GALLERY_PAGE* const page : m_pages)
+    {
+        if (page != nullptr)
+            page->set_ground(palette);
+    }
     m_details->set_ground(palette);
 }
 

@@ -1,6 +1,7 @@
 #include "workbench_docks.h"
 
 #include "cfgq_registry.h"
+#include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
 #include "tolv_global.h"
 #include "tolv_main_window.h"
@@ -36,28 +37,30 @@ WORKBENCH_DOCKS::WORKBENCH_DOCKS(TOLV_MAIN_WINDOW* window) : QObject(window), m_
 {
 }
 
-TOLV_DOCK_WIDGET* WORKBENCH_DOCKS::add_from_module(TOLV_DOCK_ENUM dock, Qt::DockWidgetArea area)
+TOLV_DOCK_WIDGET* WORKBENCH_DOCKS::add_from_module(TOLV_DOCK_ENUM dock, TOLV_ACTION_ENUM command,
+                                                   Qt::DockWidgetArea area)
 {
     TOLV_DOCK_WIDGET* const widget = m_window->get_dock_mgr()->create_dock_widget(dock, m_window);
     if (widget != nullptr)
-        add_to_window(widget, area);
+        add_to_window(widget, command, area);
     return widget;
 }
 
 TOLV_DOCK_WIDGET* WORKBENCH_DOCKS::add(const char* object_name, const QString& title, QWidget* widget,
-                                       Qt::DockWidgetArea area)
+                                       TOLV_ACTION_ENUM command, Qt::DockWidgetArea area)
 {
     auto* const dock = new TOLV_DOCK_WIDGET(title, m_window);
     dock->setObjectName(QString::fromLatin1(object_name));
     dock->setWidget(widget);
-    add_to_window(dock, area);
+    add_to_window(dock, command, area);
     return dock;
 }
 
-void WORKBENCH_DOCKS::add_to_window(TOLV_DOCK_WIDGET* dock, Qt::DockWidgetArea area)
+void WORKBENCH_DOCKS::add_to_window(TOLV_DOCK_WIDGET* dock, TOLV_ACTION_ENUM command, Qt::DockWidgetArea area)
 {
     m_window->addDockWidget(area, dock);
     m_docks.append(dock);
+    m_commands.append(command);
 }
 
 const QVector<TOLV_DOCK_WIDGET*>& WORKBENCH_DOCKS::get_docks() const
@@ -67,16 +70,36 @@ const QVector<TOLV_DOCK_WIDGET*>& WORKBENCH_DOCKS::get_docks() const
 
 void WORKBENCH_DOCKS::fill_menu(QMenu* menu)
 {
-    QString mnemonics;
-    for (TOLV_DOCK_WIDGET* dock : qAsConst(m_docks))
+    // The named commands keep their mnemonics.
+    QString used_mnemonics;
+    for (const TOLV_ACTION_ENUM command : qAsConst(m_commands))
     {
-        QAction* const action = menu->addAction(add_mnemonic(dock->windowTitle(), &mnemonics));
+        if (command != TOLV_ACTION_NONE)
+            used_mnemonics += QKeySequence::mnemonic(QString::fromLatin1(tolv_get_menu_text(command)))
+                                  .toString(QKeySequence::PortableText)
+                                  .right(1)
+                                  .toLower();
+    }
+    for (int i = 0; i < m_docks.size(); ++i)
+    {
+        TOLV_DOCK_WIDGET* const dock = m_docks[i];
+        QAction* const action = create_action(i, &used_mnemonics);
         action->setObjectName(dock->objectName() + QStringLiteral("_action"));
-        action->setCheckable(true);
-        action->setStatusTip(tr("Shows or hides the window \"%1\"").arg(dock->windowTitle()));
+        menu->addAction(action);
         TOLV_SAFE_CONNECT(action, SIGNAL(triggered(bool)), dock, SLOT(set_visible_and_raise(bool)));
         TOLV_SAFE_CONNECT(dock, SIGNAL(dock_widget_active_state_changed(bool)), action, SLOT(setChecked(bool)));
     }
+}
+
+QAction* WORKBENCH_DOCKS::create_action(int dock, QString* used_mnemonics)
+{
+    if (m_commands[dock] != TOLV_ACTION_NONE)
+        return tolv_create_action(m_commands[dock], m_window);
+    const QString title = m_docks[dock]->windowTitle();
+    auto* const action = new QAction(add_mnemonic(title, used_mnemonics), m_window);
+    action->setCheckable(true);
+    action->setStatusTip(tr("Shows or hides the window \"%1\"").arg(title));
+    return action;
 }
 
 void WORKBENCH_DOCKS::keep_default_layout()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tolv_action_auto.h"
 #include "tolv_dock_mgr.h"
 
 #include <QByteArray>
@@ -7,6 +8,7 @@
 #include <QString>
 #include <QVector>
 
+class QAction;
 class QMenu;
 class TOLV_DOCK_WIDGET;
 class TOLV_MAIN_WINDOW;
@@ -21,9 +23,11 @@ public:
     explicit WORKBENCH_DOCKS(TOLV_MAIN_WINDOW* window);
 
     /// A window from a module. Null where the module is not there, which the user has then been told.
-    TOLV_DOCK_WIDGET* add_from_module(TOLV_DOCK_ENUM dock, Qt::DockWidgetArea area);
+    /// @param command the one in the View menu; TOLV_ACTION_NONE makes one of the window's title
+    TOLV_DOCK_WIDGET* add_from_module(TOLV_DOCK_ENUM dock, TOLV_ACTION_ENUM command, Qt::DockWidgetArea area);
     /// A window of the workbench's own.
-    TOLV_DOCK_WIDGET* add(const char* object_name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
+    TOLV_DOCK_WIDGET* add(const char* object_name, const QString& title, QWidget* widget, TOLV_ACTION_ENUM command,
+                          Qt::DockWidgetArea area);
     /// All windows, in the order in which they were added.
     const QVector<TOLV_DOCK_WIDGET*>& get_docks() const;
 
@@ -41,9 +45,11 @@ public slots:
     void reset_layout();
 
 private:
-    void add_to_window(TOLV_DOCK_WIDGET* dock, Qt::DockWidgetArea area);
+    void add_to_window(TOLV_DOCK_WIDGET* dock, TOLV_ACTION_ENUM command, Qt::DockWidgetArea area);
+    QAction* create_action(int dock, QString* used_mnemonics);
 
     TOLV_MAIN_WINDOW* m_window;
     QVector<TOLV_DOCK_WIDGET*> m_docks;
+    QVector<TOLV_ACTION_ENUM> m_commands; ///< of each
     QByteArray m_default_layout;
 };

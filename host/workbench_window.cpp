@@ -5,6 +5,7 @@
 #include "hierarchy_model.h"
 #include "netlist_properties.h"
 #include "preferences_dialog.h"
+#include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
 #include "tolv_font.h"
 #include "tolv_global.h"
@@ -19,6 +20,7 @@
 #include "workbench_loader.h"
 #include "workbench_module_view.h"
 #include "workbench_recent_files.h"
+#include "workbench_recent_menu.h"
 #include "workbench_text.h"
 #include "workbench_totals_view.h"
 
@@ -87,6 +89,7 @@ WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
     create_docks();
     create_file_menu();
     create_view_menu();
+    create_go_menu();
     create_tools_menu();
     create_window_menu();
     create_help_menu();
@@ -197,6 +200,14 @@ void WORKBENCH_WINDOW::cancel_loading()
     m_loader->cancel();
 }
 
+void WORKBENCH_WINDOW::update_actions()
+{
+    m_actions->get(TOLV_RELOAD_ACTION)->setEnabled(!m_loader->get_file().isEmpty());
+    m_actions->get(TOLV_HIERARCHY_UP_ACTION)->setEnabled(m_instance.parent().isValid());
+    m_actions->get(TOLV_GOTO_TOP_LEVEL_ACTION)->setEnabled(m_instance.parent().isValid());
+    m_actions->get(TOLV_HIERARCHY_DOWN_ACTION)->setEnabled(get_chosen_instance().isValid());
+}
+
 void WORKBENCH_WINDOW::show_preferences()
 {
     open_preferences();
@@ -226,6 +237,13 @@ void WORKBENCH_WINDOW::closeEvent(QCloseEvent* event)
     TOLV_MAIN_WINDOW::closeEvent(event);
 }
 
+void WORKBENCH_WINDOW::changeEvent(QEvent* event)
+{
+    TOLV_MAIN_WINDOW::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) // by the window manager, too
+        m_actions->get(TOLV_FULLSCREEN_ACTION)->setChecked(isFullScreen());
+}
+
 void WORKBENCH_WINDOW::dragEnterEvent(QDragEnterEvent* event)
 {
     if (!get_dragged_file(event->mimeData()).isEmpty())
@@ -245,36 +263,6 @@ void WORKBENCH_WINDOW::ask_for_file()
         QFileDialog::getOpenFileName(this, tr("Open Netlist"), folder, tr("Netlists (*.json);;All files (*)"));
     if (!file.isEmpty())
         open_file(file);
-}
-
-void WORKBENCH_WINDOW::open_recent_file()
-{
-    const auto* const action = qobject_cast<QAction*>(sender());
-    if (action != nullptr)
-        open_file(action->data().toString());
-}
-
-void WORKBENCH_WINDOW::clear_recent_files()
-{
-    WORKBENCH_RECENT_FILES::clear();
-}
-
-void WORKBENCH_WINDOW::fill_recent_menu()
-{
-    m_recent_menu->clear();
-    const QStringList files = WORKBENCH_RECENT_FILES::get();
-    for (int i = 0; i < files.size(); ++i)
-    {
-        QString shown = fontMetrics().elidedText(files[i], Qt::ElideMiddle, fontMetrics().averageCharWidth() * 80);
-        shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
-        QAction* const action = m_recent_menu->addAction(QStringLiteral("&%1  %2").arg(i + 1).arg(shown));
-        action->setData(files[i]);
-        TOLV_SAFE_CONNECT(action, SIGNAL(triggered()), this, SLOT(open_recent_file()));
-    }
-    m_recent_menu->addSeparator();
-    QAction* const clear_action = m_recent_menu->addAction(tr("&Clear List"));
-    clear_action->setEnabled(!files.isEmpty());
-    TOLV_SAFE_CONNECT(clear_action, SIGNAL(triggered()), this, SLOT(clear_recent_files()));
 }
 
 void WORKBENCH_WINDOW::show_about()
@@ -349,6 +337,7 @@ void WORKBENCH_WINDOW::show_selected_object()
     m_property_view->expandAll();
     if (tables.get_tab() == WORKBENCH_MODULE_VIEW::TAB_CELLS)
         m_documents->show_cell(row);
+    update_actions();
 }
 
 void WORKBENCH_WINDOW::enter_cell(int cell)
@@ -359,6 +348,26 @@ void WORKBENCH_WINDOW::enter_cell(int cell)
 void WORKBENCH_WINDOW::choose_cell(int cell)
 {
     m_documents->get_module_view()->select_cell(cell);
+}
+
+void WORKBENCH_WINDOW::go_up()
+{
+    show_instance(m_instance.parent());
+}
+
+void WORKBENCH_WINDOW::go_down()
+{
+    show_instance(get_chosen_instance());
+}
+
+void WORKBENCH_WINDOW::go_to_top()
+{
+    show_instance(m_hierarchy->index(0, 0));
+}
+
+void WORKBENCH_WINDOW::toggle_full_screen()
+{
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
 }
 
 void WORKBENCH_WINDOW::show_schematic()
@@ -427,15 +436,17 @@ void WORKBENCH_WINDOW::create_documents()
 
 void WORKBENCH_WINDOW::create_docks()
 {
-    m_navigator = m_docks->add_from_module(TOLV_DOCK_NAVIGATOR_HIERARCHY, Qt::LeftDockWidgetArea);
+    m_navigator =
+        m_docks->add_from_module(TOLV_DOCK_NAVIGATOR_HIERARCHY, TOLV_SHOW_HIERARCHY_ACTION, Qt::LeftDockWidgetArea);
     m_totals_view = new WORKBENCH_TOTALS_VIEW(this);
-    TOLV_DOCK_WIDGET* const totals = m_docks->add("totals_dock", tr("Totals"), m_totals_view, Qt::RightDockWidgetArea);
+    TOLV_DOCK_WIDGET* const totals =
+        m_docks->add("totals_dock", tr("Totals"), m_totals_view, TOLV_ACTION_NONE, Qt::RightDockWidgetArea);
     create_property_view();
-    TOLV_DOCK_WIDGET* const properties =
-        m_docks->add("property_dock", tr("Properties"), m_property_view, Qt::RightDockWidgetArea);
-    m_messages = m_docks->add_from_module(TOLV_DOCK_MESSAGES, Qt::BottomDockWidgetArea);
-    m_console = m_docks->add_from_module(TOLV_DOCK_CONSOLE, Qt::BottomDockWidgetArea);
-    m_task_status = m_docks->add_from_module(TOLV_DOCK_STATUS, Qt::BottomDockWidgetArea);
+    TOLV_DOCK_WIDGET* const properties = m_docks->add("property_dock", tr("Properties"), m_property_view,
+                                                      TOLV_SHOW_PROPERTIES_ACTION, Qt::RightDockWidgetArea);
+    m_messages = m_docks->add_from_module(TOLV_DOCK_MESSAGES, TOLV_SHOW_MESSAGES_ACTION, Qt::BottomDockWidgetArea);
+    m_console = m_docks->add_from_module(TOLV_DOCK_CONSOLE, TOLV_SHOW_TCL_CONSOLE_ACTION, Qt::BottomDockWidgetArea);
+    m_task_status = m_docks->add_from_module(TOLV_DOCK_STATUS, TOLV_SHOW_TASKS_ACTION, Qt::BottomDockWidgetArea);
     for (TOLV_DOCK_WIDGET* dock : {m_console, m_task_status})
     {
         if (m_messages != nullptr && dock != nullptr)
@@ -475,9 +486,10 @@ void WORKBENCH_WINDOW::create_file_menu()
 {
     QMenu* const menu = m_actions->add_menu(tr("&File"), "file_menu");
     menu->addAction(m_actions->create(TOLV_OPEN_ACTION, SLOT(ask_for_file())));
-    m_recent_menu = menu->addMenu(tr("Open Re&cent"));
-    m_recent_menu->setObjectName(QStringLiteral("recent_menu"));
-    TOLV_SAFE_CONNECT(m_recent_menu, SIGNAL(aboutToShow()), this, SLOT(fill_recent_menu()));
+    QMenu* const recent_menu = menu->addMenu(QString());
+    recent_menu->setObjectName(QStringLiteral("recent_menu"));
+    auto* const recent_files = new WORKBENCH_RECENT_MENU(recent_menu);
+    TOLV_SAFE_CONNECT(recent_files, SIGNAL(file_chosen(QString)), this, SLOT(open_file(QString)));
     QAction* const reload_action = m_actions->create(TOLV_RELOAD_ACTION, SLOT(reload()));
     reload_action->setShortcut(QKeySequence::Refresh);
     menu->addAction(reload_action);
@@ -491,6 +503,16 @@ void WORKBENCH_WINDOW::create_view_menu()
 {
     QMenu* const menu = m_actions->add_menu(tr("&View"), "view_menu");
     m_docks->fill_menu(menu);
+    menu->addSeparator();
+    menu->addAction(m_actions->create(TOLV_FULLSCREEN_ACTION, SLOT(toggle_full_screen())));
+}
+
+void WORKBENCH_WINDOW::create_go_menu()
+{
+    QMenu* const menu = m_actions->add_menu(tr("&Go"), "go_menu");
+    menu->addAction(m_actions->create(TOLV_HIERARCHY_UP_ACTION, SLOT(go_up())));
+    menu->addAction(m_actions->create(TOLV_HIERARCHY_DOWN_ACTION, SLOT(go_down())));
+    menu->addAction(m_actions->create(TOLV_GOTO_TOP_LEVEL_ACTION, SLOT(go_to_top())));
 }
 
 void WORKBENCH_WINDOW::create_tools_menu()
@@ -527,15 +549,22 @@ void WORKBENCH_WINDOW::create_help_menu()
     menu->addAction(m_actions->create(TOLV_NORVANE_HELP_ACTION, SLOT(show_help_topics())));
     QAction* const gallery_action = menu->addAction(tr("&Gallery..."));
     gallery_action->setObjectName(QStringLiteral("gallery_action"));
+    gallery_action->setStatusTip(tr("Shows all actions, pictures, colours and fonts that tools can use by name"));
     TOLV_SAFE_CONNECT(gallery_action, SIGNAL(triggered()), this, SLOT(show_gallery()));
     menu->addSeparator();
     menu->addAction(m_actions->create(TOLV_ABOUT_NORVANE_ACTION, SLOT(show_about())));
+    QAction* const about_qt = tolv_create_action(TOLV_ABOUT_QT_ACTION, this);
+    TOLV_SAFE_CONNECT(about_qt, SIGNAL(triggered()), qApp, SLOT(aboutQt()));
+    menu->addAction(about_qt);
 }
 
 void WORKBENCH_WINDOW::fill_tool_bar()
 {
     TOLV_TOOL_BAR* const bar = m_actions->get_tool_bar();
     for (const TOLV_ACTION_ENUM command : {TOLV_OPEN_ACTION, TOLV_RELOAD_ACTION, TOLV_PRINT_ACTION})
+        bar->addAction(m_actions->get(command));
+    bar->addSeparator();
+    for (const TOLV_ACTION_ENUM command : {TOLV_HIERARCHY_UP_ACTION, TOLV_HIERARCHY_DOWN_ACTION})
         bar->addAction(m_actions->get(command));
     bar->addSeparator();
     for (const TOLV_ACTION_ENUM command :
@@ -584,6 +613,16 @@ void WORKBENCH_WINDOW::set_tab_order()
     chain.constFirst()->setFocus();
 }
 
+/// The instance that is chosen among the cells of the module that is shown; invalid for none.
+QModelIndex WORKBENCH_WINDOW::get_chosen_instance() const
+{
+    const WORKBENCH_MODULE_VIEW& tables = *m_documents->get_module_view();
+    const int cell = tables.get_tab() == WORKBENCH_MODULE_VIEW::TAB_CELLS ? tables.get_current_row() : -1;
+    if (cell < 0 || !m_instance.isValid())
+        return QModelIndex();
+    return m_hierarchy->find_instance(m_instance, static_cast<std::uint32_t>(cell));
+}
+
 // ---- Showing --------------------------------------------------------------------------------------------------------
 
 void WORKBENCH_WINDOW::set_loading(bool is_loading)
@@ -591,7 +630,7 @@ void WORKBENCH_WINDOW::set_loading(bool is_loading)
     m_progress_bar->setVisible(is_loading);
     m_cancel_button->setVisible(is_loading);
     m_totals_label->setVisible(!is_loading);
-    m_actions->get(TOLV_RELOAD_ACTION)->setEnabled(!m_loader->get_file().isEmpty());
+    update_actions();
 }
 
 void WORKBENCH_WINDOW::show_result()

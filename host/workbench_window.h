@@ -69,6 +69,8 @@ public slots:
     /// Reads the open file anew, or the one that failed last.
     void reload();
     void cancel_loading();
+    /// Enables the commands that make sense now.
+    void update_actions() override;
     void show_preferences();
     void show_gallery();
 
@@ -79,14 +81,12 @@ signals:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private slots:
     void ask_for_file();
-    void open_recent_file();
-    void clear_recent_files();
-    void fill_recent_menu();
     void show_about();
     void apply_drawing_resources();
     void show_progress(int percent);
@@ -95,6 +95,10 @@ private slots:
     void show_selected_object();
     void enter_cell(int cell);
     void choose_cell(int cell);
+    void go_up();
+    void go_down();
+    void go_to_top();
+    void toggle_full_screen();
     void show_schematic();
     void show_floorplan();
     void show_tables();
@@ -111,12 +115,14 @@ private:
     void create_property_view();
     void create_file_menu();
     void create_view_menu();
+    void create_go_menu();
     void create_tools_menu();
     void create_window_menu();
     void create_help_menu();
     void fill_tool_bar();
     void create_status_bar();
     void set_tab_order();
+    QModelIndex get_chosen_instance() const;
     void set_loading(bool is_loading);
     void show_result();
     void show_netlist(std::shared_ptr<const NETLIST> netlist);
@@ -147,7 +153,6 @@ private:
     TOLV_DOCK_WIDGET* m_task_status = nullptr;
     WORKBENCH_TOTALS_VIEW* m_totals_view = nullptr;
     QTreeView* m_property_view = nullptr;
-    QMenu* m_recent_menu = nullptr;
     bool m_keeps_layout = false;
     bool m_was_shown = false;
     QLabel* m_file_label = nullptr;

@@ -9,6 +9,7 @@
 #include "gui_answers.h"
 #include "gui_driver.h"
 #include "gui_test.h"
+#include "module_recorder.h"
 #include "picture.h"
 #include "tolv_action_auto.h"
 #include "tolv_color.h"
@@ -688,6 +689,14 @@ TEST_F(host_gallery, every_widget_of_the_keyboard_has_a_name_for_screen_readers)
         EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
             << widget->metaObject()->className() << " " << widget->objectName().toStdString();
     }
+}
+
+TEST_F(host_gallery, f1_asks_for_its_help)
+{
+    MODULE_RECORDER recorder;
+    GUI_DRIVER::key_click(view(), Qt::Key_F1);
+    GUI_DRIVER::key_click(find<QLineEdit>("search"), Qt::Key_F1);
+    EXPECT_EQ((std::vector<std::string>{"Gallery", "Gallery"}), recorder.take_topics());
 }
 
 TEST_F(host_gallery, a_size_for_once_is_neither_kept_nor_overruled)

@@ -412,12 +412,14 @@ TEST_F(host_window, recent_files_are_offered_the_latest_first)
     wait_for_load();
     EXPECT_EQ("serial_station_rtl.json - Norvane Workbench", window().windowTitle());
     emit menu->aboutToShow();
-    EXPECT_EQ("&Clear List", menu->actions().at(3)->text());
+    EXPECT_EQ("&Clear Recent Files", menu->actions().at(3)->text());
     menu->actions().at(3)->trigger();
     EXPECT_EQ(QStringList(), WORKBENCH_RECENT_FILES::get());
     emit menu->aboutToShow();
-    ASSERT_EQ(2, menu->actions().size());
-    EXPECT_FALSE(menu->actions().at(1)->isEnabled());
+    ASSERT_EQ(3, menu->actions().size());
+    EXPECT_EQ("&No Recent Files", menu->actions().at(0)->text());
+    EXPECT_FALSE(menu->actions().at(0)->isEnabled());
+    EXPECT_FALSE(menu->actions().at(2)->isEnabled());
 }
 
 TEST_F(host_window, recent_files_keep_eight_and_ignore_a_list_of_another_version)
@@ -436,7 +438,7 @@ TEST_F(host_window, the_view_menu_hides_and_shows_the_docks)
     auto* const menu = find<QMenu>("view_menu");
     const char* const docks[] = {"hierarchy_dock", "totals_dock",  "property_dock",
                                  "messages_dock",  "console_dock", "status_dock"};
-    ASSERT_EQ(6, menu->actions().size());
+    ASSERT_EQ(8, menu->actions().size()); // and full screen, behind a line
     for (int i = 0; i < 6; ++i)
     {
         if (!find<QDockWidget>(docks[i])->isVisible()) // behind the tab of another one
@@ -482,7 +484,8 @@ TEST_F(host_window, mnemonics_do_not_clash)
     for (int tab = 0; tab < tabs->count(); ++tab)
         window_texts.append(tabs->tabText(tab));
     QVector<QStringList> groups{window_texts};
-    for (const char* name : {"file_menu", "recent_menu", "view_menu", "tools_menu", "window_menu", "help_menu"})
+    for (const char* name :
+         {"file_menu", "recent_menu", "view_menu", "go_menu", "tools_menu", "window_menu", "help_menu"})
     {
         QStringList texts;
         for (const QAction* action : find<QMenu>(name)->actions())
