@@ -28,6 +28,10 @@ public:
     using TOLV_TREE_VIEW::m_line_edit;
     using TOLV_TREE_VIEW::m_pressed_icon_index;
     using TOLV_TREE_VIEW::m_style;
+
+    using TOLV_TREE_VIEW::drawRow;
+    using TOLV_TREE_VIEW::viewOptions;
+    using TOLV_TREE_VIEW::viewportEvent;
 };
 
 /// Tests of the tree view: a window with the object name "design_window", a tree in it, and a model with the columns

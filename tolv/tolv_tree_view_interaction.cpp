@@ -135,10 +135,10 @@ void TOLV_TREE_VIEW::keyPressEvent(QKeyEvent* event)
     switch (event->key())
     {
     case Qt::Key_Plus:
-        expand(old_index);
+        expand(old_index.sibling(old_index.row(), 0));
         break;
     case Qt::Key_Minus:
-        collapse(old_index);
+        collapse(old_index.sibling(old_index.row(), 0)); // Qt collapses by the first cell alone
         break;
     case Qt::Key_Left:
         new_index = get_cell_beside(old_index, -step_to_right);
