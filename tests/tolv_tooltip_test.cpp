@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QToolTip>
 
 #include <memory>
@@ -201,6 +202,15 @@ TEST_F(TOLV_TOOLTIP_TEST, the_pointer_that_leaves_closes_a_tip_that_waits)
     m_tip->show_tooltip(QStringLiteral("clk"));
     GUI_DRIVER::hover(m_window->verticalScrollBar());
     EXPECT_TRUE(is_closed());
+}
+
+TEST_F(TOLV_TOOLTIP_TEST, a_tip_that_closes_is_never_the_last_window)
+{
+    const QSignalSpy last_window_closed(&app(), SIGNAL(lastWindowClosed()));
+    m_window->hide();
+    const TOLV_TOOLTIP other(m_window.get());
+    m_tip->hide_immediately();
+    EXPECT_EQ(0, last_window_closed.count());
 }
 
 // ---- Places ---------------------------------------------------------------------------------------------------------

@@ -39,6 +39,7 @@ TOLV_TOOLTIP::TOLV_TOOLTIP(QWidget* parent) : QLabel(parent, Qt::ToolTip)
     qApp->installEventFilter(this);
     setWindowOpacity(style()->styleHint(QStyle::SH_ToolTipLabel_Opacity, nullptr, this) / 255.0);
     setAttribute(Qt::WA_MouseTracking);
+    setAttribute(Qt::WA_QuitOnClose, false); // with its parent hidden it would count as the last window of the tool
     close();
 }
 
