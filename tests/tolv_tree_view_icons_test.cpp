@@ -12,6 +12,7 @@
 #include <QPixmap>
 #include <QSignalSpy>
 
+#include <memory>
 #include <vector>
 
 namespace
@@ -280,18 +281,22 @@ TEST_F(TOLV_TREE_VIEW_ICONS_TEST, press_and_release_are_noted_for_developers)
 TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_double_click_is_told_before_the_view_reacts)
 {
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    bool was_expanded = true;
-    QPoint position;
+    struct SEEN
+    {
+        bool is_expanded = true;
+        QPoint position;
+    };
+    const auto seen = std::make_shared<SEEN>();
     QObject::connect(m_view, &TOLV_TREE_VIEW::mouse_double_click, m_view,
-                     [&](const QMouseEvent* event)
+                     [this, seen](const QMouseEvent* event)
                      {
-                         was_expanded = m_view->isExpanded(index(m_fifo));
-                         position = event->pos();
+                         seen->is_expanded = m_view->isExpanded(index(m_fifo));
+                         seen->position = event->pos();
                      });
     const QPoint text = m_icon.center() + QPoint(30, 0);
     GUI_DRIVER::double_click(m_view->viewport(), text);
-    EXPECT_FALSE(was_expanded);
-    EXPECT_EQ(text, position);
+    EXPECT_FALSE(seen->is_expanded);
+    EXPECT_EQ(text, seen->position);
     EXPECT_TRUE(m_view->isExpanded(index(m_fifo)));
 }
 

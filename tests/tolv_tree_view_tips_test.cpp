@@ -56,7 +56,7 @@ protected:
     }
 };
 
-const std::optional<QString> NO_TIP;
+constexpr std::nullopt_t NO_TIP = std::nullopt;
 } // namespace
 
 TEST_F(TOLV_TREE_VIEW_TIPS_TEST, a_text_as_wide_as_its_column_has_no_tip_and_a_wider_one_has)

@@ -54,12 +54,11 @@ QStyleOptionToolButton make_icon_button(const QStyleOptionViewItem& item, const 
 void follow_pointer(QStyleOptionToolButton& button, bool is_hovering, const QModelIndex& pressed,
                     const QModelIndex& index)
 {
-    if (!is_hovering)
+    const bool is_another_pressed = pressed.isValid() && pressed != index; // of two icons only the pressed one moves
+    if (!is_hovering || is_another_pressed)
         button.activeSubControls = QStyle::SC_None;
     else if (pressed == index && (QApplication::mouseButtons() & Qt::LeftButton) != 0)
         button.state |= QStyle::State_Sunken;
-    else if (pressed.isValid() && pressed != index)
-        button.activeSubControls = QStyle::SC_None; // of two icons only the pressed one moves
     else
         button.state |= QStyle::State_Raised;
 }
