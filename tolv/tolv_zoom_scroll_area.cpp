@@ -405,8 +405,9 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_in(QPoint* p, float delta)
     h->setMaximum(tolv_truncate(float(h_size) * factor));
     v->setMaximum(tolv_truncate(float(v_size) * factor));
     anchor = QPoint(tolv_round(float(anchor.x()) * factor), tolv_round(float(anchor.y()) * factor));
-    h->setValue(tolv_limit_to_int(double(qint64(anchor.x()) - h->pageStep() / 2 + offset.x())));
-    v->setValue(tolv_limit_to_int(double(qint64(anchor.y()) - v->pageStep() / 2 + offset.y())));
+    const QPoint half_page(h->pageStep() / 2, v->pageStep() / 2);
+    h->setValue(tolv_limit_to_int(double(anchor.x()) - half_page.x() + offset.x()));
+    v->setValue(tolv_limit_to_int(double(anchor.y()) - half_page.y() + offset.y()));
 
     finish_zoom();
     send_fake_mouse_event();
