@@ -419,3 +419,22 @@ TEST_F(TOLV_VIEW_TEST, a_ratio_that_is_not_above_zero_leaves_the_size_alone)
         EXPECT_EQ(QSize(30, 40), size);
     }
 }
+
+// ---- End ------------------------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_VIEW_TEST, a_view_tells_of_its_end_while_it_is_one_yet)
+{
+    auto view = std::make_unique<TOLV_VIEW>();
+    view->show();
+    bool is_view = false;
+    bool is_visible = false;
+    QObject::connect(view.get(), &TOLV_VIEW::about_to_be_deleted,
+                     [&, v = view.get()]
+                     {
+                         is_view = qobject_cast<TOLV_VIEW*>(static_cast<QObject*>(v)) != nullptr;
+                         is_visible = v->isVisible();
+                     });
+    view.reset();
+    EXPECT_TRUE(is_view);
+    EXPECT_TRUE(is_visible);
+}

@@ -67,7 +67,7 @@ QRect TOLV_MAGNIFYING_GLASS_WIDGET::get_bounding_box(const QPointF& centre, doub
 
 bool TOLV_MAGNIFYING_GLASS_WIDGET::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_view || !is_under_way())
+    if (!is_under_way() || watched != m_view)
         return false;
     switch (event->type())
     {

@@ -76,9 +76,9 @@ void TOLV_MOUSE_GESTURE_WIDGET::no_mouse_gesture_action(QMouseEvent* event)
 
 bool TOLV_MOUSE_GESTURE_WIDGET::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_view || !is_under_way())
+    auto* const mouse_event = dynamic_cast<QMouseEvent*>(event);
+    if (mouse_event == nullptr || !is_under_way() || watched != m_view)
         return false;
-    auto* const mouse_event = static_cast<QMouseEvent*>(event);
     switch (event->type())
     {
     case QEvent::MouseButtonRelease:

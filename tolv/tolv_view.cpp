@@ -69,7 +69,11 @@ TOLV_VIEW::TOLV_VIEW(QWidget* parent) : QWidget(parent), m_zoom_max(FLT_MAX), m_
     set_min(0.001F);
 }
 
-TOLV_VIEW::~TOLV_VIEW() = default;
+TOLV_VIEW::~TOLV_VIEW()
+{
+    emit about_to_be_deleted();
+    hide(); // ends what goes on with the mouse while this is a view yet
+}
 
 // ---- What a host overrides ------------------------------------------------------------------------------------------
 

@@ -93,6 +93,8 @@ public slots:
 signals:
     /// The logical rectangle has changed, and with it the proportions of an overview.
     void update_birds_eye_view_size();
+    /// The view is being deleted, and still a view; the host's part of it is gone.
+    void about_to_be_deleted();
 
 public:
     /// Sets the bounds of the content, logical, and lowers the maximum of the zoom where the widget would become too

@@ -69,9 +69,9 @@ TOLV_ZOOM_DRAG_WIDGET::~TOLV_ZOOM_DRAG_WIDGET()
 
 bool TOLV_ZOOM_DRAG_WIDGET::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_view || !is_under_way())
+    auto* const mouse_event = dynamic_cast<QMouseEvent*>(event);
+    if (mouse_event == nullptr || !is_under_way() || watched != m_view)
         return false;
-    auto* const mouse_event = static_cast<QMouseEvent*>(event);
     switch (event->type())
     {
     case QEvent::MouseButtonRelease:

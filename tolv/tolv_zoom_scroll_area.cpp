@@ -66,11 +66,24 @@ void TOLV_ZOOM_SCROLL_AREA::set_view(TOLV_VIEW* view, bool has_birds_eye_view)
         setWidgetResizable(true);
     }
     view->installEventFilter(this);
+    TOLV_SAFE_CONNECT(view, SIGNAL(about_to_be_deleted()), this, SLOT(forget_view()));
     m_magnifying_tool_action->setVisible(has_birds_eye_view);
     m_birds_eye_view_action->setVisible(has_birds_eye_view);
     delete m_birds_eye_view.data(); // of a view before this one
     if (has_birds_eye_view)
         create_birds_eye_view();
+}
+
+void TOLV_ZOOM_SCROLL_AREA::forget_view()
+{
+    if (sender() != m_view)
+        return;
+    m_view = nullptr;
+    if (m_birds_eye_view == nullptr)
+        return;
+    // It has nothing to show any more, and even its size is the view's to say.
+    m_birds_eye_view->hide();
+    m_birds_eye_view->deleteLater();
 }
 
 TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
@@ -99,13 +112,6 @@ void TOLV_ZOOM_SCROLL_AREA::create_birds_eye_view()
     connect(action, &QAction::triggered, overview, [=] { overview->set_visible_and_raise(action); });
     TOLV_SAFE_CONNECT(overview, SIGNAL(dock_widget_active_state_changed(bool)), action, SLOT(setChecked(bool)));
     TOLV_SAFE_CONNECT(m_view.data(), SIGNAL(update_birds_eye_view_size()), overview, SLOT(update_geometry()));
-    // It has nothing to show any more, and even its size is the view's to say.
-    connect(m_view, &QObject::destroyed, overview,
-            [=]
-            {
-                overview->hide();
-                overview->deleteLater();
-            });
 }
 
 QAction* TOLV_ZOOM_SCROLL_AREA::get_action(TOLV_ACTION_ENUM action) const

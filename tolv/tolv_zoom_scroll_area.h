@@ -138,6 +138,9 @@ protected:
     void keyReleaseEvent(QKeyEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
 
+private slots:
+    void forget_view();
+
 private:
     QList<QAction*> get_actions() const;
     QList<QAction*> get_tool_actions() const;
