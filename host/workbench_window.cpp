@@ -45,6 +45,8 @@
 #include <QTreeView>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace
 {
 // A design with no more instances than this is shown with its whole hierarchy open.
@@ -608,6 +610,9 @@ void WORKBENCH_WINDOW::set_tab_order()
         chain << m_messages->widget();
     // Last, as Tab stays within a document; Ctrl+Tab goes to the next one.
     chain << m_cancel_button << m_documents->get_module_view()->get_tab_chain();
+    // A window that floats goes its own way.
+    const auto is_elsewhere = [this](const QWidget* widget) { return widget->window() != this; };
+    chain.erase(std::remove_if(chain.begin(), chain.end(), is_elsewhere), chain.end());
     for (int i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
     chain.constFirst()->setFocus();

@@ -9,6 +9,7 @@
 #include "cfgq_registry.h"
 #include "gui_driver.h"
 #include "gui_test.h"
+#include "input_script.h"
 
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_titlebar.h"
@@ -18,6 +19,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QToolTip>
@@ -85,6 +87,26 @@ protected:
         return texts;
     }
 
+    /// A press in a drawing runs an event loop of its own until the button is released.
+    static void click_in(QWidget* view, const QPoint& position)
+    {
+        drag_in(view, position, position);
+    }
+
+    static void drag_in(QWidget* view, const QPoint& from, const QPoint& to)
+    {
+        INPUT_SCRIPT script;
+        script.then([=] { GUI_DRIVER::press(view, from); });
+        if (from != to)
+        {
+            for (const QPoint& point : GUI_DRIVER::get_way(from, to))
+                script.then([=] { GUI_DRIVER::move_to(view, point); });
+        }
+        script.then([=] { GUI_DRIVER::release(view, to); });
+        EXPECT_TRUE(script.run());
+        GUI_DRIVER::process_posted();
+    }
+
     TOLV_DOCK_WIDGET* dock(const char* name) const
     {
         return GUI_DRIVER::find_widget<TOLV_DOCK_WIDGET>(m_window.get(), QString::fromLatin1(name));
@@ -145,11 +167,11 @@ TEST_F(host_documents, a_click_chooses_a_cell_in_both_the_drawing_and_the_tables
     open("rtl");
     const SCHEMATIC& drawing = *schematic()->get_schematic();
     const std::uint32_t box = drawing.find_cell(3);
-    GUI_DRIVER::click(schematic(), schematic()->get_physical(drawing.boxes[box].rect.center()));
+    click_in(schematic(), schematic()->get_physical(drawing.boxes[box].rect.center()));
     EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{box});
     EXPECT_FALSE(schematic()->get_lit_nets().empty());
     EXPECT_EQ(documents().get_module_view()->get_current_row(), 3);
-    GUI_DRIVER::click(schematic(), QPoint(2, 2));
+    click_in(schematic(), QPoint(2, 2));
     EXPECT_TRUE(schematic()->get_selection().empty());
     EXPECT_TRUE(schematic()->get_lit_nets().empty());
     documents().get_module_view()->select_cell(5);
@@ -161,7 +183,7 @@ TEST_F(host_documents, a_drag_to_the_lower_right_chooses_the_cells_in_the_rectan
     open("rtl");
     const SCHEMATIC& drawing = *schematic()->get_schematic();
     const QRect rect = schematic()->get_physical(drawing.boxes[drawing.find_cell(2)].rect).adjusted(-4, -4, 4, 4);
-    GUI_DRIVER::drag(schematic(), rect.topLeft(), rect.bottomRight());
+    drag_in(schematic(), rect.topLeft(), rect.bottomRight());
     EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_cell(2)});
 }
 
@@ -172,7 +194,10 @@ TEST_F(host_documents, a_double_click_goes_into_an_instance)
     const auto box = std::find_if(drawing.boxes.begin(), drawing.boxes.end(),
                                   [](const SCHEMATIC::BOX& b) { return b.name == "u_uart"; });
     ASSERT_NE(box, drawing.boxes.end());
-    GUI_DRIVER::double_click(schematic(), schematic()->get_physical(box->rect.center()));
+    const QPoint place = schematic()->get_physical(box->rect.center());
+    QMouseEvent double_click(QEvent::MouseButtonDblClick, place, schematic()->mapToGlobal(place), Qt::LeftButton,
+                             Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(schematic(), &double_click);
     EXPECT_EQ(m_window->get_selected_path(), QStringList({"serial_station", "u_uart"}));
     EXPECT_TRUE(GUI_DRIVER::wait_for([this] { return !documents().is_drawing(); }));
     EXPECT_EQ(schematic()->get_schematic()->boxes.size(), 21u);
@@ -185,7 +210,7 @@ TEST_F(host_documents, the_floorplan_lights_up_the_nets_of_a_chosen_cell)
     GUI_DRIVER::process_posted();
     const FLOORPLAN& plan = *floorplan()->get_plan();
     const std::uint32_t site = plan.find_site_of_cell(20);
-    GUI_DRIVER::click(floorplan(), floorplan()->get_physical(plan.get_sites()[site].rect.center()));
+    click_in(floorplan(), floorplan()->get_physical(plan.get_sites()[site].rect.center()));
     EXPECT_EQ(floorplan()->get_selection(), std::vector<std::uint32_t>{site});
     EXPECT_EQ(floorplan()->get_lit_nets(), plan.get_nets_of_cell(20));
     EXPECT_EQ(documents().get_module_view()->get_current_row(), 20);
