@@ -187,6 +187,7 @@ public:
     QSize get_size() const;
     QSize sizeHint() const override;
 
+    /// The corner of the drawing that the overview keeps to.
     BIRDS_EYE_VIEW_LOCATION get_location() const;
     /// The body, of which there is one of the two.
     TOLV_BIRDS_EYE_VIEW_WIDGET* get_view_widget() const;

@@ -132,8 +132,10 @@ public:
     bool is_magnifying() const;
     QRect get_magnifying_rect() const;
 
+    /// Maps a place or a rectangle by the transform.
     QPoint get_physical(const QPoint& logical) const;
     QRect get_physical(const QRect& logical) const;
+    /// Maps a place or a rectangle by the inverse transform.
     QPoint get_logical(const QPoint& physical) const;
     QRect get_logical(const QRect& physical) const;
     /// Each side divided by the raw zoom and cut off.
