@@ -1,8 +1,9 @@
-// The tree view on trees of a million rows: the copy of everything, the memory of what is expanded, and the dump. One tree
-// is deep, one has thirty thousand rows at the top. Beside them the plain Qt way: the sorted list of all selected
-// indexes with a text made of it, and one QTreeView::setExpanded() after the other (of the branches alone, while the
-// memory brings leaves back, too).
+// The tree view on trees of a million rows: the copy of everything, the memory of what is expanded, frozen columns, and the
+// dump. One tree is deep, one has thirty thousand rows at the top. Beside them the plain Qt way: the sorted list of all
+// selected indexes with a text made of it, and one QTreeView::setExpanded() after the other (of the branches alone,
+// while the memory brings leaves back, too).
 
+#include "tolv_frozen_tree_view.h"
 #include "tolv_tree_model.h"
 #include "tolv_tree_view.h"
 
@@ -156,6 +157,32 @@ void set_expanded_one_by_one(benchmark::State& state)
     }
 }
 
+/// Frozen columns that are all collapsed take the expansion of the main tree.
+void sync_frozen_columns(benchmark::State& state)
+{
+    const auto view = make_view<TOLV_TREE_VIEW>(get_shape(state));
+    TOLV_FROZEN_TREE_VIEW frozen(view.get());
+    frozen.setModel(view->model());
+    for ([[maybe_unused]] auto _ : state)
+    {
+        state.PauseTiming();
+        frozen.collapseAll();
+        state.ResumeTiming();
+        frozen.sync_expanded_state();
+    }
+}
+
+/// The same where nothing has changed.
+void sync_frozen_columns_in_step(benchmark::State& state)
+{
+    const auto view = make_view<TOLV_TREE_VIEW>(get_shape(state));
+    TOLV_FROZEN_TREE_VIEW frozen(view.get());
+    frozen.setModel(view->model());
+    frozen.sync_expanded_state();
+    for ([[maybe_unused]] auto _ : state)
+        frozen.sync_expanded_state();
+}
+
 void expand_all(benchmark::State& state)
 {
     const auto view = make_view<TOLV_TREE_VIEW>();
@@ -184,6 +211,8 @@ BENCHMARK(copy_all_from_selected_indexes)->Unit(benchmark::kMillisecond);
 BENCHMARK(save_expansion)->Unit(benchmark::kMillisecond);
 BENCHMARK(restore_expansion)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(set_expanded_one_by_one)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(sync_frozen_columns)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(sync_frozen_columns_in_step)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(expand_all)->Unit(benchmark::kMillisecond);
 BENCHMARK(dump_all)->Unit(benchmark::kMillisecond);
 

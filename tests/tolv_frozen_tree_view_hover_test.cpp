@@ -4,7 +4,9 @@
 
 #include "tolv_tree_item_delegate.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
+#include <QHoverEvent>
 #include <QSignalSpy>
 #include <QToolTip>
 
@@ -83,6 +85,17 @@ TEST_F(TOLV_FROZEN_TREE_VIEW_HOVER_TEST, the_header_is_outside_of_the_viewport)
     GUI_DRIVER::hover(m_frozen->viewport(), middle(block(1)));
     EXPECT_EQ(1, left.count());
     EXPECT_EQ(1, entered.count());
+}
+
+TEST_F(TOLV_FROZEN_TREE_VIEW_HOVER_TEST, the_end_of_hovering_alone_tells_that_the_pointer_has_left)
+{
+    const QSignalSpy left(m_frozen, SIGNAL(mouse_hover_leave()));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(m_frozen->viewport(), &leave);
+    EXPECT_EQ(0, left.count());
+    QHoverEvent hover_leave(QEvent::HoverLeave, QPoint(-1, -1), QPoint(5, 5));
+    QCoreApplication::sendEvent(m_frozen->viewport(), &hover_leave);
+    EXPECT_EQ(1, left.count());
 }
 
 TEST_F(TOLV_FROZEN_TREE_VIEW_HOVER_TEST, a_drag_selects_as_in_every_tree)

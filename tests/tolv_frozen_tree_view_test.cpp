@@ -159,13 +159,16 @@ TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, an_expanded_item_below_a_collapsed_one_stays_
 
 TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, many_changes_are_as_good_as_few)
 {
+    ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
     m_frozen->expandAll();
     for (int row = 0; row < BLOCK_COUNT; row += 2)
     {
         m_main->expand(block(row));
         m_main->expand(pin(row, 0));
     }
-    m_frozen->sync_expanded_state();
+    m_frozen->sync_expanded_state(m_main, QModelIndex());
+    ASSERT_EQ(m_main->viewport()->height(), m_frozen->viewport()->height());
+    EXPECT_EQ(m_main->verticalScrollBar()->maximum(), m_frozen->verticalScrollBar()->maximum());
     EXPECT_EQ(BLOCK_COUNT, get_expanded(*m_frozen).size());
     EXPECT_EQ(get_expanded(*m_main), get_expanded(*m_frozen));
     // The rows stand where they should, at once.
@@ -211,10 +214,10 @@ TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, only_what_changes_is_told_parents_first)
     m_frozen->expand(block(5));
     m_frozen->expand(block(7));
     QStringList told;
-    QObject::connect(m_frozen, &QTreeView::expanded,
-                     [&](const QModelIndex& index) { told << QLatin1Char('+') + index.data().toString(); });
-    QObject::connect(m_frozen, &QTreeView::collapsed,
-                     [&](const QModelIndex& index) { told << QLatin1Char('-') + index.data().toString(); });
+    const auto note = [log = &told](QChar sign)
+    { return [log, sign](const QModelIndex& index) { *log << sign + index.data().toString(); }; };
+    QObject::connect(m_frozen, &QTreeView::expanded, note(QLatin1Char('+')));
+    QObject::connect(m_frozen, &QTreeView::collapsed, note(QLatin1Char('-')));
     m_frozen->sync_expanded_state();
     EXPECT_EQ(QStringList({"+block 1", "+pin 0", "-block 7"}), told);
     m_frozen->sync_expanded_state();
@@ -255,11 +258,17 @@ TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, any_other_tree_can_stand_for_the_main_one)
 
 TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, an_index_of_another_model_is_ignored)
 {
-    TOLV_TREE_MODEL foreign(nullptr);
-    fill(foreign);
-    m_main->expand(block(1));
-    m_frozen->sync_expanded_state(m_main, foreign.index(1, 0));
-    EXPECT_EQ(QStringList(), get_expanded(*m_frozen));
+    CHAIN_MODEL chain(9);
+    const CHAIN_MODEL foreign(9);
+    m_main->setModel(&chain);
+    m_frozen->setModel(&chain);
+    m_main->expand(chain.at(3));
+    m_frozen->sync_expanded_state(m_main, foreign.at(2));
+    EXPECT_FALSE(m_frozen->isExpanded(chain.at(3)));
+    m_frozen->sync_expanded_state(m_main, chain.at(2));
+    EXPECT_TRUE(m_frozen->isExpanded(chain.at(3)));
+    m_main->setModel(nullptr);
+    m_frozen->setModel(nullptr);
 }
 
 TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, a_tree_may_be_deeper_than_a_stack_of_calls)
@@ -313,6 +322,7 @@ TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, an_animated_view_takes_the_position_at_once_t
     ASSERT_LT(maximum, scroll_value(m_main));
     m_frozen->sync_expanded_state();
     EXPECT_EQ(scroll_value(m_main), scroll_value(m_frozen));
+    EXPECT_TRUE(m_frozen->isAnimated());
 }
 
 TEST_F(TOLV_FROZEN_TREE_VIEW_TEST, with_another_model_the_position_alone_is_taken)

@@ -12,6 +12,8 @@ TOLV_MEM_INITIALIZER();
 
 namespace
 {
+constexpr int MANY_CHANGES = 16;
+
 /// The items with rows, `top` and below, that are expanded in one of two views of a model and not in the other; parents
 /// come first. Trees may be deeper than a stack of calls.
 QVector<QPersistentModelIndex> get_differing_items(const QTreeView& view, const QTreeView& other,
@@ -79,11 +81,18 @@ void TOLV_FROZEN_TREE_VIEW::sync_expanded_state(TOLV_TREE_VIEW* main_view, const
     const QVector<QPersistentModelIndex> differing = get_differing_items(*this, *main_view, index);
     if (differing.isEmpty())
         return;
-    // One layout for all, because each change would move all the rows behind it; and none of them animated.
-    scheduleDelayedItemsLayout();
+    // Each change moves all the rows behind it: when there are many, the layout waits until the end.
+    const bool are_many = differing.size() >= MANY_CHANGES;
+    if (are_many)
+        scheduleDelayedItemsLayout();
+    // An animation would leave the scroll bar without its range for a while.
+    const bool was_animated = isAnimated();
+    setAnimated(false);
     for (const QPersistentModelIndex& item : differing)
         setExpanded(item, main_view->isExpanded(item));
-    executeDelayedItemsLayout();
+    setAnimated(was_animated);
+    if (are_many)
+        executeDelayedItemsLayout();
 }
 
 void TOLV_FROZEN_TREE_VIEW::expand_all()
@@ -104,7 +113,8 @@ void TOLV_FROZEN_TREE_VIEW::mouseMoveEvent(QMouseEvent* event)
     if (index.isValid())
         emit mouse_hover_entered(index);
     // Past TOLV_TREE_VIEW, on purpose: no icon is clicked here.
-    QTreeView::mouseMoveEvent(event); // NOLINT(bugprone-parent-virtual-call)
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QTreeView::mouseMoveEvent(event); // clazy:exclude=skipped-base-method
 }
 
 bool TOLV_FROZEN_TREE_VIEW::viewportEvent(QEvent* event)
