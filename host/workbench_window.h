@@ -70,7 +70,7 @@ public slots:
     void reload();
     void cancel_loading();
     /// Enables the commands that make sense now.
-    void update_actions() override;
+    void update_actions() final;
     void show_preferences();
     void show_gallery();
 

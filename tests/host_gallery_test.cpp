@@ -335,7 +335,7 @@ TEST_F(host_gallery, a_search_goes_through_everything)
 {
     search(QStringLiteral("zoom in"));
     EXPECT_EQ(QStringList{"TOLV_ZOOM_IN_ACTION"}, get_names().filter(QStringLiteral("TOLV_ZOOM_IN_")));
-    EXPECT_TRUE(get_facts().startsWith(get_names()[0]));
+    EXPECT_TRUE(get_facts().startsWith(get_names().constFirst()));
     for (int i = 0; i < GALLERY_KIND_COUNT; ++i)
     {
         int expected = 0;

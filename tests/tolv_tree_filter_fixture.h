@@ -91,9 +91,8 @@ public:
     void set_texts(NODE* parent, int first, const QStringList& texts)
     {
         for (int i = 0; i < texts.size(); ++i)
-            parent->children[static_cast<std::size_t>(first + i)]->texts[0] = texts[i];
-        emit dataChanged(get_index(parent->children[static_cast<std::size_t>(first)].get()),
-                         get_index(parent->children[static_cast<std::size_t>(first + texts.size() - 1)].get()));
+            get_node(index(first + i, 0, get_index(parent)))->texts[0] = texts[i];
+        emit dataChanged(index(first, 0, get_index(parent)), index(first + texts.size() - 1, 0, get_index(parent)));
     }
 
     void reverse(NODE* parent)
@@ -222,7 +221,7 @@ inline QStringList get_expected_rows(QAbstractItemModel& source, const QSortFilt
         plain.sort(filter.sortColumn(), filter.sortOrder());
     plain.count = 0;
     plain.invalidate();
-    const QStringList result = get_rows(plain);
+    QStringList result = get_rows(plain);
     if (count != nullptr)
         *count = plain.count;
     return result;

@@ -49,6 +49,8 @@ protected:
     QObject m_parent;
     TOLV_TREE_FILTER_MODEL m_model{&m_parent};
     TOLV_TREE_FILTER_PROXY_MODEL* m_filter = nullptr;
+    QStringList m_calls;
+    int m_count_when_done = -1;
 };
 
 TEST_F(TREE_FILTER, the_pattern_of_a_phrase_is_its_text)
@@ -229,32 +231,31 @@ TEST_F(TREE_FILTER, columns_are_joined_in_list_order_each_with_a_blank_behind_it
 TEST_F(TREE_FILTER, signals_come_in_their_order)
 {
     add({"a"});
-    QStringList calls;
-    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_start, this->m_filter, [&] { calls << "start"; });
-    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_done, this->m_filter, [&] { calls << "done"; });
-    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_cancel, this->m_filter,
-                     [&] { calls << "cancel"; });
+    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_start, m_filter, [this] { m_calls << "start"; });
+    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_done, m_filter, [this] { m_calls << "done"; });
+    QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_cancel, m_filter, [this] { m_calls << "cancel"; });
     QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::search_content, m_filter,
-                     [&](const QRegularExpression& e) { calls << "search " + e.pattern(); });
+                     [this](const QRegularExpression& e) { m_calls << "search " + e.pattern(); });
     QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_content, m_filter,
-                     [&](const QRegularExpression& e)
-                     { calls << "filter " + e.pattern() + (m_filter->filterRegularExpression() == e ? " set" : ""); });
+                     [this](const QRegularExpression& e) {
+                         m_calls << "filter " + e.pattern() + (m_filter->filterRegularExpression() == e ? " set" : "");
+                     });
     m_filter->start_filter(QStringLiteral("  a  "), false, true);
-    EXPECT_EQ(QStringList({"start", "filter a set", "done"}), calls);
-    calls.clear();
+    EXPECT_EQ(QStringList({"start", "filter a set", "done"}), m_calls);
+    m_calls.clear();
     m_filter->start_filter(QStringLiteral("a*b"), true, false);
-    EXPECT_EQ(QStringList({"start", "search a.*b", "done"}), calls);
+    EXPECT_EQ(QStringList({"start", "search a.*b", "done"}), m_calls);
     EXPECT_EQ(QStringLiteral(" "), m_filter->filterRegularExpression().pattern());
-    calls.clear();
+    m_calls.clear();
     m_filter->regexp_filter(QStringLiteral(" \t "));
-    EXPECT_EQ(QStringList({"filter  set", "cancel"}), calls);
-    calls.clear();
+    EXPECT_EQ(QStringList({"filter  set", "cancel"}), m_calls);
+    m_calls.clear();
     m_filter->regexp_filter(QStringLiteral("\""), true, false);
-    EXPECT_EQ(QStringList({"search ", "cancel"}), calls);
+    EXPECT_EQ(QStringList({"search ", "cancel"}), m_calls);
     EXPECT_EQ(QStringLiteral(" "), m_filter->filterRegularExpression().pattern());
-    calls.clear();
+    m_calls.clear();
     m_filter->regexp_filter(QStringLiteral("b"), true);
-    EXPECT_EQ(QStringList({"filter b set", "done"}), calls);
+    EXPECT_EQ(QStringList({"filter b set", "done"}), m_calls);
 }
 
 TEST_F(TREE_FILTER, signals_and_slots_have_their_names_and_order)
@@ -284,17 +285,16 @@ TEST_F(TREE_FILTER, the_count_is_that_of_the_rows_that_match_themselves)
     QStandardItem* x = add(a, {"x1"});
     add(add(x, {"b"}), {"x2"});
     add({"c"});
-    int count_when_done = -1;
     QObject::connect(m_filter, &TOLV_TREE_FILTER_PROXY_MODEL::filter_done, m_filter,
-                     [&] { count_when_done = TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count(); });
+                     [this] { m_count_when_done = TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count(); });
     m_filter->regexp_filter(QStringLiteral("x"));
-    EXPECT_EQ(2, count_when_done) << "when nothing has been shown yet";
+    EXPECT_EQ(2, m_count_when_done) << "when nothing has been shown yet";
     EXPECT_EQ(QStringList({"a", ".x1", "..b", "...x2"}), rows());
     EXPECT_EQ(2, TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count());
     m_filter->start_filter(QStringLiteral("c"), true, true);
-    EXPECT_EQ(1, count_when_done) << "when all has been shown";
+    EXPECT_EQ(1, m_count_when_done) << "when all has been shown";
     m_filter->start_filter(QStringLiteral("[abc]"), true, true);
-    EXPECT_EQ(3, count_when_done);
+    EXPECT_EQ(3, m_count_when_done);
     m_filter->regexp_filter(QStringLiteral("x2"));
     rows();
     EXPECT_EQ(1, TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count());

@@ -99,6 +99,7 @@ protected:
     std::unique_ptr<TEXT_TREE> m_tree;
     TOLV_TREE_FILTER_PROXY_MODEL m_ours;
     PLAIN_FILTER m_plain;
+    int m_layout_count = 0;
 };
 
 /// Does the same to both sides.
@@ -361,8 +362,7 @@ TEST_P(TREE_FILTER_RANDOM_VIEW, large_filterings_keep_what_small_ones_keep)
     SIDE plain(m_plain);
     static const QStringList KEYWORDS{QString(), QStringLiteral("[abcde]"), QStringLiteral("[cdefgh]"),
                                       QStringLiteral("c"), QStringLiteral("nothing")};
-    int layout_count = 0;
-    QObject::connect(&m_ours, &QAbstractItemModel::layoutChanged, &m_ours, [&layout_count] { ++layout_count; });
+    QObject::connect(&m_ours, &QAbstractItemModel::layoutChanged, &m_ours, [this] { ++m_layout_count; });
     for (int step = 0; step < 12; ++step)
     {
         const int count = m_ours.rowCount();
@@ -390,7 +390,7 @@ TEST_P(TREE_FILTER_RANDOM_VIEW, large_filterings_keep_what_small_ones_keep)
         filter(KEYWORDS[pick(KEYWORDS.size())]);
         ASSERT_EQ(plain.get_state(), ours.get_state()) << "step " << step;
     }
-    EXPECT_GT(layout_count, 0);
+    EXPECT_GT(m_layout_count, 0);
     const QAbstractItemModelTester tester(&m_ours, QAbstractItemModelTester::FailureReportingMode::Fatal);
 }
 

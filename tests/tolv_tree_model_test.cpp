@@ -245,8 +245,7 @@ TEST_F(TREE_MODEL, sorting_asks_for_valid_indexes_of_one_model)
 
 TEST_F(TREE_MODEL, sorting_puts_invalid_indexes_first_and_the_others_in_the_order_of_the_tree)
 {
-    QList<QModelIndex> list{m_c->index(), QModelIndex(),  m_a21->index(),
-                            m_a->index(), QModelIndex(), m_b->index()};
+    QList<QModelIndex> list{m_c->index(), QModelIndex(), m_a21->index(), m_a->index(), QModelIndex(), m_b->index()};
     m_model.sort_index_list_by_positions(list);
     EXPECT_EQ(QStringList({"none", "none", "a", "a21", "b", "c"}), names_of(list));
 }

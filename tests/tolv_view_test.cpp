@@ -428,7 +428,7 @@ TEST_F(TOLV_VIEW_TEST, a_view_tells_of_its_end_while_it_is_one_yet)
     view->show();
     bool is_view = false;
     bool is_visible = false;
-    QObject::connect(view.get(), &TOLV_VIEW::about_to_be_deleted,
+    QObject::connect(view.get(), &TOLV_VIEW::about_to_be_deleted, view.get(),
                      [&, v = view.get()]
                      {
                          is_view = qobject_cast<TOLV_VIEW*>(static_cast<QObject*>(v)) != nullptr;

@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <utility>
+
 TOLV_MEM_INITIALIZER();
 
 namespace
@@ -40,12 +42,12 @@ QRegularExpression TOLV_TREE_FILTER_PROXY_MODEL::process_keyword_expression(QStr
 {
     static const QRegularExpression white_space(QStringLiteral("\\s+"));
     const QString escaped = tolv_escape_regexp_chars(keyword);
-    QString pattern = keyword;
-    if (keyword.startsWith(QLatin1Char('"')) && keyword.endsWith(QLatin1Char('"')))
-        pattern = tolv_escape_regexp_chars(keyword.mid(1, keyword.length() - 2));
-    else if (keyword.contains(QLatin1Char('*')))
+    QString pattern = std::move(keyword); // a single word stands as it is
+    if (pattern.startsWith(QLatin1Char('"')) && pattern.endsWith(QLatin1Char('"')))
+        pattern = tolv_escape_regexp_chars(pattern.mid(1, pattern.length() - 2));
+    else if (pattern.contains(QLatin1Char('*')))
         pattern = QString(escaped).replace(QLatin1String("\\*"), QLatin1String(".*"));
-    else if (keyword.contains(white_space))
+    else if (pattern.contains(white_space))
     {
         const QStringList words = escaped.split(white_space, Qt::SkipEmptyParts);
         pattern = words.join(QString());
@@ -131,13 +133,14 @@ void TOLV_TREE_FILTER_PROXY_MODEL::start_filter(QString keyword, bool match_case
 {
     emit filter_start();
     s_result_counter = 0;
-    regexp_filter(keyword, match_case, filter);
+    regexp_filter(std::move(keyword), match_case, filter);
 }
 
 void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword, bool match_case, bool filter)
 {
     Q_UNUSED(match_case)
-    const QRegularExpression expression = process_keyword_expression(keyword.trimmed());
+    keyword = std::move(keyword).trimmed();
+    const QRegularExpression expression = process_keyword_expression(std::move(keyword));
     s_result_counter = 0;
     s_last_filtered = this;
     if (filter)
@@ -158,12 +161,12 @@ void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword, bool match_cas
 
 void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword, bool match_case)
 {
-    regexp_filter(keyword, match_case, true);
+    regexp_filter(std::move(keyword), match_case, true);
 }
 
 void TOLV_TREE_FILTER_PROXY_MODEL::regexp_filter(QString keyword)
 {
-    regexp_filter(keyword, true, true);
+    regexp_filter(std::move(keyword), true, true);
 }
 
 void TOLV_TREE_FILTER_PROXY_MODEL::invalidateFilter()

@@ -90,7 +90,7 @@ def check(command, database):
     findings = ''
     for tool in (['clang-tidy', '-quiet', '-p', str(database), source],
                  ['clazy-standalone', f'--checks={CLAZY_CHECKS}', f'--header-filter={TOP}/(base|tolv|h|host|modules|tests|bench)/',
-                  '--ignore-dirs=.*(_autogen|/build/).*', '-p', str(database), source]):
+                  '--ignore-dirs=.*(_autogen|/build/).*', '--extra-arg=-ferror-limit=0', '-p', str(database), source]):
         run = subprocess.run(tool, capture_output=True, text=True)
         text = run.stdout + (run.stderr if 'clazy' in tool[0] else '')
         messages = re.findall(r'\b(?:warning|error): (.*)', text)
