@@ -64,8 +64,7 @@ QString find_denser_file(const QString& file_name)
         return {};
     for (int density = std::min(qCeil(qApp->devicePixelRatio()), 9); density > 1; --density)
     {
-        QString denser_name =
-            QStringLiteral("%1@%2x%3").arg(file_name.left(dot)).arg(density).arg(file_name.mid(dot));
+        QString denser_name = QStringLiteral("%1@%2x%3").arg(file_name.left(dot)).arg(density).arg(file_name.mid(dot));
         if (QFile::exists(denser_name))
             return denser_name;
     }
