@@ -9,6 +9,7 @@
 #include "internal_error_trap.h"
 #include "module_recorder.h"
 #include "picture.h"
+#include "test_environment.h"
 #include "tolv_help_dyn.h"
 
 #include <QCheckBox>
@@ -49,8 +50,10 @@ TEST(TOLV_HELP_DYN, the_module_is_loaded_by_the_first_call_and_stays)
     EXPECT_EQ((LINES{"load help", "topic pumps", "topic ", "topic a topic\twith blanks"}), recorder.take_lines());
 }
 
-TEST(TOLV_HELP_DYN, a_module_that_is_missing_is_an_internal_error_each_time)
+TEST(TOLV_HELP_DYN, a_module_that_cannot_be_loaded_is_an_internal_error_each_time)
 {
+    TEST_ENVIRONMENT::write_file("mod_help.so", "no module");
+    const SCOPED_ENVIRONMENT_VARIABLE path("NORVANE_MODULE_PATH", TEST_ENVIRONMENT::get_folder().c_str());
     const TRAPPED_INTERNAL_ERROR error = CATCH_INTERNAL_ERROR(help_dyn_show_context("pumps"));
     EXPECT_EQ(thr_drl_get_error(), error.text);
     EXPECT_EQ("mod_help", thr_drl_get_error_data());

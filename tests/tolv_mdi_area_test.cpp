@@ -440,8 +440,9 @@ TEST_F(TOLV_MDI_AREA_TEST, a_press_on_a_picture_opens_its_page)
     EXPECT_EQ((LINES{"load webnav", "page 12", "unload webnav"}), m_recorder.take_lines());
 }
 
-TEST_F(TOLV_MDI_AREA_TEST, a_module_that_is_missing_is_an_internal_error)
+TEST_F(TOLV_MDI_AREA_TEST, a_module_that_cannot_be_loaded_is_an_internal_error)
 {
+    TEST_ENVIRONMENT::write_file("mod_webnav.so", "no module");
     const SCOPED_ENVIRONMENT_VARIABLE nowhere("NORVANE_MODULE_PATH", TEST_ENVIRONMENT::get_folder().c_str());
     const TRAPPED_INTERNAL_ERROR error = CATCH_INTERNAL_ERROR(m_area->on_documentation_pressed());
     EXPECT_EQ(thr_drl_get_error(), error.text);

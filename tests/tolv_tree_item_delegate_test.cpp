@@ -240,6 +240,8 @@ protected:
     {
         TOLV_TREE_ITEM_DELEGATE_TEST::SetUp();
         m_clk->setData(true, TOLV_TREE_ROLE_RADIO_BUTTON);
+        m_width = QApplication::style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth);
+        m_spacing = QApplication::style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
     }
 
     QImage paint_radio(const QVariant& state, QStyle::State item_state = QStyle::State_None)
@@ -256,8 +258,8 @@ protected:
         return indicators.value(0).state & (QStyle::State_On | QStyle::State_Off);
     }
 
-    const int m_width = QApplication::style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth);
-    const int m_spacing = QApplication::style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
+    int m_width = 0;
+    int m_spacing = 0;
     TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE m_radio;
 };
 } // namespace

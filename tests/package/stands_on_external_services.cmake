@@ -19,7 +19,7 @@ file(COPY ${CMAKE_CURRENT_LIST_DIR}/suite_services-config.cmake DESTINATION ${su
 run("the configuration of the project" ${CMAKE_COMMAND} -S ${top} -B ${WORK}/project -G ${GENERATOR}
   -D CMAKE_BUILD_TYPE=${BUILD_TYPE} -D CMAKE_PREFIX_PATH=${suite} -D CMAKE_SKIP_RPATH=ON "-D CMAKE_CXX_FLAGS=${CXX_FLAGS}"
   -D TOLV_BASE=external -D TOLV_EXTERNAL_BASE_PACKAGE=suite_services -D TOLV_EXTERNAL_BASE_TARGET=suite::services
-  -D TOLV_BUILD_HOST=OFF)
+  -D TOLV_BUILD_HOST=OFF -D TOLV_BUILD_MODULES=OFF)
 if(EXISTS ${WORK}/project/base/CMakeFiles/tolv_base.dir)
   message(FATAL_ERROR "the embedded base services are part of the build")
 endif()
