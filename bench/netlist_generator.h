@@ -62,13 +62,13 @@ public:
             const int x = i / 8 % side;
             const int y = i / 8 / side;
             const std::string number = std::to_string(i);
-            const std::string comma = i == 0 ? "" : ",";
-            cells += comma + "\"u_" + std::to_string(x * 5 / side) + ".c" + number +
-                     R"(":{"type":"ICESTORM_LC","attributes":{"NEXTPNR_BEL":"X)" + std::to_string(x) + "/Y" +
-                     std::to_string(y) + "/lc" + std::to_string(i % 8) + R"("},"connections":{"O":[)" +
-                     std::to_string(i + 2) + "]}}";
-            nets += comma + "\"n" + number + R"(":{"bits":[)" + std::to_string(i + 2) +
-                    R"(],"attributes":{"ROUTING":")" + make_route(i, x, y, side, pips) + "\"}}";
+            const char* const comma = i == 0 ? "" : ",";
+            cells.append(comma).append("\"u_").append(std::to_string(x * 5 / side)).append(".c").append(number);
+            cells.append(R"(":{"type":"ICESTORM_LC","attributes":{"NEXTPNR_BEL":"X)").append(std::to_string(x));
+            cells.append("/Y").append(std::to_string(y)).append("/lc").append(std::to_string(i % 8));
+            cells.append(R"("},"connections":{"O":[)").append(std::to_string(i + 2)).append("]}}");
+            nets.append(comma).append("\"n").append(number).append(R"(":{"bits":[)").append(std::to_string(i + 2));
+            nets.append(R"(],"attributes":{"ROUTING":")").append(make_route(i, x, y, side, pips)).append("\"}}");
         }
         return R"({"creator":"nextpnr","modules":{"chip":{"attributes":{"top":"1"},"cells":{)" + cells +
                R"(},"netnames":{)" + nets + "}}}}";

@@ -244,7 +244,7 @@ TEST_F(MODULE_DOCKS_TEST, a_navigator_page_filters_a_model_and_brings_the_expans
     const QModelIndex timer = model.index(1, 0);
     ASSERT_TRUE(QMetaObject::invokeMethod(dock, "set_current", Q_ARG(QModelIndex, timer)));
     EXPECT_EQ(shown.rowCount(), 2);
-    EXPECT_EQ(current.takeLast()[0].toModelIndex(), timer);
+    EXPECT_EQ(current.constLast().constFirst().toModelIndex(), timer);
     GUI_DRIVER::key_click(view, Qt::Key_Return);
     ASSERT_EQ(activated.count(), 1);
     EXPECT_EQ(activated[0][0].toModelIndex(), timer);

@@ -210,10 +210,11 @@ TEST_F(TOLV_LAZY_ICON_ENGINE_TEST, the_key_is_that_of_qts_engine)
     const QString bitmap_key = get_streamed_key(stream(make_stock_icon(TOLV_CHECK_ON_ICON), QDataStream::Qt_5_0));
     ASSERT_NE(vector_key, bitmap_key);
     TOLV_LAZY_ICON_ENGINE vector_engine;
-    vector_engine.addFile(tolv_get_icon_file_names(TOLV_COPY_ICON)[0], QSize(), QIcon::Normal, QIcon::Off);
+    vector_engine.addFile(tolv_get_icon_file_names(TOLV_COPY_ICON).constFirst(), QSize(), QIcon::Normal, QIcon::Off);
     EXPECT_EQ(vector_key, vector_engine.key());
     TOLV_LAZY_ICON_ENGINE bitmap_engine;
-    bitmap_engine.addFile(tolv_get_icon_file_names(TOLV_CHECK_ON_ICON)[0], QSize(), QIcon::Normal, QIcon::Off);
+    bitmap_engine.addFile(tolv_get_icon_file_names(TOLV_CHECK_ON_ICON).constFirst(), QSize(), QIcon::Normal,
+                          QIcon::Off);
     EXPECT_EQ(bitmap_key, bitmap_engine.key());
 }
 

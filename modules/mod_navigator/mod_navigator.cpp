@@ -55,8 +55,7 @@ NAVIGATOR_PAGE_DOCK::NAVIGATOR_PAGE_DOCK(const QString& page, QWidget* parent)
 
 NAVIGATOR_PAGE_DOCK::~NAVIGATOR_PAGE_DOCK()
 {
-    if (m_source != nullptr)
-        save_columns();
+    save_columns();
 }
 
 TOLV_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
@@ -67,24 +66,15 @@ TOLV_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
 void NAVIGATOR_PAGE_DOCK::set_source_model(QAbstractItemModel* model)
 {
     save_columns();
-    if (m_source != nullptr)
-        m_source->disconnect(this);
-    const bool is_own_filter = m_filter != nullptr && m_filter->parent() == this;
-    const QPointer<QSortFilterProxyModel> old_filter = m_filter;
-    m_source = model;
-    m_filter = nullptr;
+    QSortFilterProxyModel* const old_filter = m_filter;
+    if (old_filter != nullptr && old_filter->sourceModel() != nullptr)
+        old_filter->sourceModel()->disconnect(this);
     m_view->setModel(nullptr);
-    if (is_own_filter)
-        delete old_filter;
-    if (model == nullptr)
-        return;
-    if (auto* const filtered = qobject_cast<TOLV_TREE_FILTER_MODEL*>(model))
-        m_filter = filtered->get_filter_model();
+    m_filter = make_filter(model);
+    if (old_filter != nullptr && old_filter->parent() == this)
+        old_filter->deleteLater();
     if (m_filter == nullptr)
-    {
-        m_filter = new TOLV_TREE_FILTER_PROXY_MODEL(this);
-        m_filter->setSourceModel(model);
-    }
+        return;
     m_view->setModel(m_filter);
     m_view->header()->setMinimumSectionSize(m_view->fontMetrics().averageCharWidth() * 6);
     if (m_filter->rowCount() == 1)
@@ -93,6 +83,19 @@ void NAVIGATOR_PAGE_DOCK::set_source_model(QAbstractItemModel* model)
     TOLV_SAFE_CONNECT(model, SIGNAL(modelAboutToBeReset()), this, SLOT(save_columns()));
     TOLV_SAFE_CONNECT(model, SIGNAL(modelReset()), this, SLOT(load_columns_later()));
     load_columns_later();
+}
+
+/// The model's own filter, or a new one; null without a model.
+QSortFilterProxyModel* NAVIGATOR_PAGE_DOCK::make_filter(QAbstractItemModel* model)
+{
+    if (model == nullptr)
+        return nullptr;
+    const auto* const filtered = qobject_cast<TOLV_TREE_FILTER_MODEL*>(model);
+    if (filtered != nullptr && filtered->get_filter_model() != nullptr)
+        return filtered->get_filter_model();
+    auto* const filter = new TOLV_TREE_FILTER_PROXY_MODEL(this);
+    filter->setSourceModel(model);
+    return filter;
 }
 
 void NAVIGATOR_PAGE_DOCK::save_columns()
@@ -134,7 +137,7 @@ QModelIndex NAVIGATOR_PAGE_DOCK::map_to_source(const QModelIndex& index) const
 
 void NAVIGATOR_PAGE_DOCK::set_current(const QModelIndex& index)
 {
-    if (m_filter == nullptr || index.model() != m_source)
+    if (m_filter == nullptr || index.model() != m_filter->sourceModel())
         return;
     if (index.isValid() && !m_filter->mapFromSource(index).isValid())
         emit filter_option_changed(QString());

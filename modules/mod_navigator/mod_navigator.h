@@ -58,9 +58,9 @@ private slots:
 private:
     QModelIndex map_to_source(const QModelIndex& index) const;
     void connect_selection();
+    QSortFilterProxyModel* make_filter(QAbstractItemModel* model);
 
     TOLV_TREE_VIEW* m_view;
-    QPointer<QAbstractItemModel> m_source;
     QPointer<QSortFilterProxyModel> m_filter; ///< null where there is no model
 };
 
