@@ -241,10 +241,11 @@ TEST_F(TOLV_DOCK_TITLEBAR_TEST, each_kind_of_button_is_shown_and_hidden_in_both_
                 {"menu", &TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::set_menu_visible},
                 {"search", &TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::set_search_visible},
                 {"float", &TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::set_float_visible}};
+    TOLV_DOCK_WIDGET_TITLEBAR_WIDGET* const bar = m_bar;
     for (const auto& row : rows)
         for (const bool visible : {true, false})
         {
-            (m_bar->*row.set_visible)(visible);
+            (bar->*row.set_visible)(visible);
             EXPECT_EQ(visible, !get_button(row.kind, false)->isHidden()) << row.kind;
             EXPECT_EQ(visible, !get_button(row.kind, true)->isHidden()) << row.kind;
         }

@@ -41,7 +41,8 @@ protected:
         const QPointer<TRACKED_WIDGET> guard(this);
         seen.clear();
         is_tracking = true;
-        on_press(event->pos());
+        const auto handler = on_press; // outlives this widget, which may go in the middle
+        handler(event->pos());
         if (guard != nullptr)
             is_tracking = false;
     }
