@@ -40,6 +40,7 @@ int WORKBENCH_APP::run(int argc, const char** argv, const COMMAND_LINE& command_
 {
     prepare_environment(command_line);
     char** const qt_argv = TOLV_APP::copy_argv_for_qt(argc, argv); // lives as long as the process
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);      // icons as sharp as the screen is
     int qt_argc = argc;
     WORKBENCH_APP app(qt_argc, qt_argv);
     app.init_instance(argc, argv);

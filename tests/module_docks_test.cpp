@@ -240,10 +240,14 @@ TEST_F(MODULE_DOCKS_TEST, a_navigator_page_filters_a_model_and_brings_the_expans
 
     QSignalSpy activated(dock, SIGNAL(activated(QModelIndex)));
     QSignalSpy current(dock, SIGNAL(current_changed(QModelIndex)));
-    emit dock->filter_option_changed("uart");
+    auto* const line = GUI_DRIVER::find_widget<QLineEdit>(dock, [dock](const QLineEdit* edit)
+                                                          { return edit->parent() == dock->widget(); });
+    line->setText("uart");
+    EXPECT_EQ(shown.rowCount(), 1);
     const QModelIndex timer = model.index(1, 0);
     ASSERT_TRUE(QMetaObject::invokeMethod(dock, "set_current", Q_ARG(QModelIndex, timer)));
     EXPECT_EQ(shown.rowCount(), 2);
+    EXPECT_EQ(line->text(), "");
     EXPECT_EQ(current.constLast().constFirst().toModelIndex(), timer);
     GUI_DRIVER::key_click(view, Qt::Key_Return);
     ASSERT_EQ(activated.count(), 1);

@@ -8,6 +8,7 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -140,10 +141,20 @@ void NAVIGATOR_PAGE_DOCK::set_current(const QModelIndex& index)
     if (m_filter == nullptr || index.model() != m_filter->sourceModel())
         return;
     if (index.isValid() && !m_filter->mapFromSource(index).isValid())
-        emit filter_option_changed(QString());
+        end_filter();
     const QModelIndex shown = m_filter->mapFromSource(index);
     m_view->setCurrentIndex(shown);
     m_view->scrollTo(shown);
+}
+
+/// Empties the line, too, so that it says what is in force.
+void NAVIGATOR_PAGE_DOCK::end_filter()
+{
+    auto* const line = widget()->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    if (line != nullptr && !line->text().isEmpty())
+        line->clear();
+    else
+        emit filter_option_changed(QString());
 }
 
 void NAVIGATOR_PAGE_DOCK::apply_filter(const QString& text)

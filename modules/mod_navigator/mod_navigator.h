@@ -58,6 +58,7 @@ private slots:
 private:
     QModelIndex map_to_source(const QModelIndex& index) const;
     void connect_selection();
+    void end_filter();
     QSortFilterProxyModel* make_filter(QAbstractItemModel* model);
 
     TOLV_TREE_VIEW* m_view;
