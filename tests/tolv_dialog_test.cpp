@@ -1,6 +1,7 @@
 #include "tolv_dialog.h"
 
 #include "cfgq_registry.h"
+#include "child_process.h"
 #include "gen.h"
 #include "gui_answers.h"
 #include "gui_driver.h"
@@ -8,14 +9,19 @@
 #include "internal_error_trap.h"
 #include "module_recorder.h"
 #include "msg.h"
+#include "test_environment.h"
+#include "tolv_main_window.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMoveEvent>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
+#include <filesystem>
 #include <memory>
 
 namespace
@@ -39,6 +45,28 @@ public:
     std::string get_help_topic_string() override
     {
         return "pump/pressure";
+    }
+};
+
+/// A dialog that writes down what happens to its geometry.
+class WATCHED_DIALOG : public TOLV_DIALOG
+{
+public:
+    using TOLV_DIALOG::TOLV_DIALOG;
+
+    QList<QPoint> m_positions;
+    QList<bool> m_pending_at_resize;
+
+protected:
+    void moveEvent(QMoveEvent* event) override
+    {
+        TOLV_DIALOG::moveEvent(event);
+        m_positions << event->pos();
+    }
+    void resizeEvent(QResizeEvent* event) override
+    {
+        TOLV_DIALOG::resizeEvent(event);
+        m_pending_at_resize << m_restore_pending;
     }
 };
 
@@ -98,6 +126,18 @@ protected:
         QDialog dialog;
         EXPECT_TRUE(dialog.restoreGeometry(geometry.toByteArray()));
         return dialog.geometry();
+    }
+
+    /// What a program of that name, a copy of the child, stores for its dialog.
+    static std::string store_in_program(const std::string& program, const std::vector<std::string>& arguments = {})
+    {
+        const std::string folder = TEST_ENVIRONMENT::get_folder() + "/programs";
+        const std::string path = folder + '/' + program;
+        std::filesystem::create_directories(folder);
+        std::filesystem::copy_file(get_child_path("tolv_dialog_child"), path);
+        const CHILD_RESULT result = run_child(path, arguments, {{"NORVANE_REGISTRY_FILE", path + ".ini"}});
+        EXPECT_EQ(0, result.exit_status) << result.err;
+        return result.out;
     }
 
     const QString MY_DIALOG = QStringLiteral("My_DialogDialogGeometry");
@@ -166,6 +206,27 @@ TEST_F(TOLV_DIALOG_TEST, the_key_in_a_dialog_is_not_its_parents)
     m_dialog->hide();
 }
 
+TEST_F(TOLV_DIALOG_TEST, the_key_in_a_dialog_among_the_documents_is_the_dialogs)
+{
+    TOLV_MAIN_WINDOW window;
+    auto* const area = new QMdiArea;
+    area->setAccessibleName(QStringLiteral("documents"));
+    window.setCentralWidget(area);
+    auto* const dialog = new PUMP_DIALOG;
+    auto* const edit = new QLineEdit(dialog);
+    auto* const other = new QLineEdit;
+    area->addSubWindow(dialog);
+    area->addSubWindow(other);
+    ASSERT_TRUE(GUI_DRIVER::show(&window));
+    for (int i = 0; i < 2; ++i) // twice, as Qt gives a key that several want to one after the other
+    {
+        GUI_DRIVER::key_click(edit, Qt::Key_F1);
+        EXPECT_EQ((TOPICS{"pump/pressure"}), m_recorder.take_topics());
+    }
+    GUI_DRIVER::key_click(other, Qt::Key_F1);
+    EXPECT_EQ((TOPICS{"documents"}), m_recorder.take_topics());
+}
+
 TEST_F(TOLV_DIALOG_TEST, a_subclass_has_its_own_topic)
 {
     PUMP_DIALOG dialog;
@@ -197,6 +258,9 @@ TEST_F(TOLV_DIALOG_TEST, a_help_button_that_is_polished_again_shows_help_once)
 {
     QPushButton button(QStringLiteral("Help"), m_dialog.get());
     const SCOPED_EXPECTED_DEBUG_RECORD found("TOLV", "Found a Help button");
+    const QSignalSpy clicked(&button, SIGNAL(clicked()));
+    const QSignalSpy rejected(m_dialog.get(), SIGNAL(rejected()));
+    QObject::connect(&button, SIGNAL(clicked()), m_dialog.get(), SLOT(reject())); // a host's own links stay
     for (int i = 0; i < 3; ++i)
     {
         QChildEvent polished(QEvent::ChildPolished, &button);
@@ -205,6 +269,31 @@ TEST_F(TOLV_DIALOG_TEST, a_help_button_that_is_polished_again_shows_help_once)
     button.click();
     EXPECT_EQ((TOPICS{"My Dialog"}), m_recorder.take_topics());
     EXPECT_EQ(3U, msg_get_debug_records().size());
+    EXPECT_EQ(1, clicked.count());
+    EXPECT_EQ(1, rejected.count());
+}
+
+TEST_F(TOLV_DIALOG_TEST, a_help_button_is_found_when_it_is_polished_and_not_before)
+{
+    QPushButton button(QStringLiteral("Help"));
+    QDialogButtonBox box(QDialogButtonBox::Help);
+    button.setParent(m_dialog.get());
+    box.setParent(m_dialog.get());
+    button.click();
+    box.button(QDialogButtonBox::Help)->click();
+    EXPECT_EQ((TOPICS{}), m_recorder.take_topics());
+    EXPECT_TRUE(msg_get_debug_records().empty());
+}
+
+TEST_F(TOLV_DIALOG_TEST, a_help_button_that_comes_later_is_found)
+{
+    ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));
+    const SCOPED_EXPECTED_DEBUG_RECORD found("TOLV", "Found a Help button");
+    auto* const button = new QPushButton(QStringLiteral("Help"), m_dialog.get());
+    button->show();
+    GUI_DRIVER::click(button);
+    EXPECT_EQ((TOPICS{"My Dialog"}), m_recorder.take_topics());
+    m_dialog->hide();
 }
 
 TEST_F(TOLV_DIALOG_TEST, only_the_very_text_makes_a_help_button)
@@ -228,6 +317,7 @@ TEST_F(TOLV_DIALOG_TEST, only_the_very_text_makes_a_help_button)
 TEST_F(TOLV_DIALOG_TEST, the_help_button_of_a_button_box_shows_help)
 {
     auto* const box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Help, m_dialog.get());
+    const QSignalSpy requested(box, SIGNAL(helpRequested())); // a host's own links stay
     const SCOPED_EXPECTED_DEBUG_RECORD found("TOLV", "Found a button box with a Help button");
     ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));
     GUI_DRIVER::click(box->button(QDialogButtonBox::Help));
@@ -236,6 +326,7 @@ TEST_F(TOLV_DIALOG_TEST, the_help_button_of_a_button_box_shows_help)
     QCoreApplication::sendEvent(m_dialog.get(), &polished);
     GUI_DRIVER::click(box->button(QDialogButtonBox::Help));
     EXPECT_EQ((TOPICS{"My Dialog"}), m_recorder.take_topics());
+    EXPECT_EQ(2, requested.count());
     EXPECT_EQ("Found a button box with a Help button", msg_get_debug_records()[0].text);
     m_dialog->hide();
 }
@@ -272,6 +363,13 @@ TEST_F(TOLV_DIALOG_TEST, the_geometry_is_stored_under_program_and_title)
     EXPECT_EQ(52, CFGQ_REGISTRY_KEY::SUB_KEY_GUI);
 }
 
+TEST_F(TOLV_DIALOG_TEST, the_key_is_made_of_program_and_title_without_blanks)
+{
+    EXPECT_EQ("toolMy_DialogDialogGeometry\n", store_in_program("tool"));
+    EXPECT_EQ("my_first_toolMy_DialogDialogGeometry\n", store_in_program("my first tool"));
+    EXPECT_EQ("tool_2pump_or_fanDialogGeometry\n", store_in_program("tool 2", {"pump or fan"}));
+}
+
 TEST_F(TOLV_DIALOG_TEST, a_key_of_its_own_stands_in_place_of_the_title)
 {
     m_dialog->m_geometry_key = QStringLiteral("pump or fan");
@@ -302,6 +400,45 @@ TEST_F(TOLV_DIALOG_TEST, the_first_show_restores_the_geometry)
     m_dialog->setGeometry(SECOND);
     m_dialog->show();
     EXPECT_EQ(SECOND, m_dialog->geometry());
+    m_dialog->hide();
+}
+
+TEST_F(TOLV_DIALOG_TEST, the_stored_place_comes_behind_the_one_that_qt_chose)
+{
+    store(MY_DIALOG, get_geometry(FIRST));
+    WATCHED_DIALOG dialog;
+    dialog.setWindowTitle(QStringLiteral("My Dialog"));
+    dialog.resize(200, 100);
+    ASSERT_TRUE(GUI_DRIVER::show(&dialog));
+    ASSERT_LE(2, dialog.m_positions.size());
+    EXPECT_EQ(FIRST, dialog.geometry());
+    EXPECT_NE(dialog.pos(), dialog.m_positions.first());
+    EXPECT_EQ(dialog.pos(), dialog.m_positions.last());
+    dialog.hide();
+}
+
+TEST_F(TOLV_DIALOG_TEST, the_restore_is_no_longer_pending_while_it_happens)
+{
+    store(MY_DIALOG, get_geometry(FIRST));
+    WATCHED_DIALOG dialog;
+    dialog.setWindowTitle(QStringLiteral("My Dialog"));
+    dialog.resize(200, 100);
+    ASSERT_TRUE(GUI_DRIVER::show(&dialog));
+    ASSERT_FALSE(dialog.m_pending_at_resize.isEmpty());
+    EXPECT_FALSE(dialog.m_pending_at_resize.last());
+    dialog.hide();
+}
+
+TEST_F(TOLV_DIALOG_TEST, a_dialog_that_was_maximised_comes_up_so)
+{
+    m_dialog->setGeometry(FIRST);
+    ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));
+    m_dialog->showMaximized();
+    m_dialog->accept();
+    m_dialog = make_dialog(QStringLiteral("My Dialog"));
+    ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));
+    EXPECT_TRUE(m_dialog->isMaximized());
+    EXPECT_EQ(FIRST, m_dialog->normalGeometry());
     m_dialog->hide();
 }
 
@@ -344,6 +481,15 @@ TEST_F(TOLV_DIALOG_TEST, a_dialog_is_saved_when_it_is_done)
     EXPECT_FALSE(m_dialog->m_save_pending);
     EXPECT_EQ(7, m_dialog->result());
     EXPECT_EQ(1, finished.count());
+}
+
+TEST_F(TOLV_DIALOG_TEST, what_is_saved_is_the_geometry_before_the_dialog_is_done)
+{
+    m_dialog->setGeometry(FIRST);
+    ASSERT_TRUE(GUI_DRIVER::show(m_dialog.get()));
+    QObject::connect(m_dialog.get(), &QDialog::finished, m_dialog.get(), [&] { m_dialog->setGeometry(SECOND); });
+    m_dialog->done(0);
+    EXPECT_EQ(FIRST, get_rect(get_stored(MY_DIALOG)));
 }
 
 TEST_F(TOLV_DIALOG_TEST, a_dialog_is_saved_when_the_user_presses_escape)

@@ -12,9 +12,11 @@
 #include "test_environment.h"
 #include "tolv_help_dyn.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QProxyStyle>
 #include <QRadioButton>
 #include <QStyle>
 
@@ -34,6 +36,34 @@ public:
     using TOLV_CHECKBOX_WITH_HELP::m_layout;
 };
 
+/// A row whose control is gone.
+class EMPTY_ROW : public TOLV_CHECKBOX_WITH_HELP
+{
+public:
+    QWidget* get_help_widget() const override
+    {
+        return nullptr;
+    }
+};
+
+/// A style with larger small icons for one widget.
+class UNEVEN_STYLE : public QProxyStyle
+{
+public:
+    explicit UNEVEN_STYLE(const QWidget* large) : QProxyStyle(QStringLiteral("Fusion")), m_large(large)
+    {
+    }
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        if (metric == PM_SmallIconSize)
+            return widget == m_large ? 33 : 16;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+
+private:
+    const QWidget* m_large;
+};
+
 class TOLV_HELP_TEST : public TOLV_GUI_TEST
 {
 };
@@ -48,6 +78,15 @@ TEST(TOLV_HELP_DYN, the_module_is_loaded_by_the_first_call_and_stays)
     help_dyn_show_context("");
     help_dyn_show_context("a topic\twith blanks");
     EXPECT_EQ((LINES{"load help", "topic pumps", "topic ", "topic a topic\twith blanks"}), recorder.take_lines());
+}
+
+TEST(TOLV_HELP_DYN, a_module_that_is_loaded_is_not_looked_for_again)
+{
+    MODULE_RECORDER recorder;
+    help_dyn_show_context("");
+    const SCOPED_ENVIRONMENT_VARIABLE path("NORVANE_MODULE_PATH", TEST_ENVIRONMENT::get_folder().c_str());
+    help_dyn_show_context("fans");
+    EXPECT_EQ((LINES{"load help", "topic ", "topic fans"}), recorder.take_lines());
 }
 
 TEST(TOLV_HELP_DYN, a_module_that_cannot_be_loaded_is_an_internal_error_each_time)
@@ -90,6 +129,16 @@ TEST_F(TOLV_HELP_TEST, the_picture_is_four_fifths_of_a_small_icon)
     EXPECT_EQ(Qt::NoFocus, label.focusPolicy());
 }
 
+TEST_F(TOLV_HELP_TEST, the_size_is_the_styles_for_the_parent_and_cut_off)
+{
+    QWidget window;
+    QApplication::setStyle(new UNEVEN_STYLE(&window)); // the application owns it
+    const auto* const label = new TOLV_HELP_LABEL(&window);
+    EXPECT_EQ(QSize(26, 26), label->pixmap(Qt::ReturnByValue).size()); // 33 times 8 is 264
+    const TOLV_HELP_LABEL elsewhere;
+    EXPECT_EQ(QSize(12, 12), elsewhere.pixmap(Qt::ReturnByValue).size());
+}
+
 TEST_F(TOLV_HELP_TEST, the_picture_is_sharp_on_a_fine_screen)
 {
     const CHILD_RESULT result = run_child("tolv_help_child", {}, {{"QT_SCALE_FACTOR", "2"}});
@@ -108,6 +157,15 @@ TEST_F(TOLV_HELP_TEST, the_switch_shows_the_question_mark)
     ASSERT_TRUE(GUI_DRIVER::show(&window));
     EXPECT_FALSE(hidden->isVisible());
     EXPECT_TRUE(shown->isVisible());
+}
+
+TEST_F(TOLV_HELP_TEST, the_question_mark_shows_itself_in_a_window_that_is_on_the_screen)
+{
+    QWidget window;
+    ASSERT_TRUE(GUI_DRIVER::show(&window));
+    EXPECT_FALSE((new TOLV_HELP_LABEL(&window))->isVisible());
+    const SCOPED_CONFIGURATION on(SWITCH, "1");
+    EXPECT_TRUE((new TOLV_HELP_LABEL(&window))->isVisible());
 }
 
 TEST_F(TOLV_HELP_TEST, a_hidden_question_mark_keeps_picture_and_tool_tip)
@@ -168,6 +226,26 @@ TEST_F(TOLV_HELP_TEST, each_text_goes_to_its_place)
     EXPECT_EQ(QStringLiteral("short"), box.m_widget->toolTip());
     EXPECT_EQ(QStringLiteral("<html>long</html>"), box.m_help_label->toolTip());
     EXPECT_EQ(QString(), box.toolTip());
+}
+
+TEST_F(TOLV_HELP_TEST, a_tool_tip_for_no_control_goes_nowhere)
+{
+    EMPTY_ROW row;
+    row.set_tooltip(QStringLiteral("short"));
+    EXPECT_EQ(QString(), row.m_widget->toolTip());
+    EXPECT_EQ(QString(), row.toolTip());
+}
+
+TEST_F(TOLV_HELP_TEST, a_row_whose_layout_was_taken_away_ends_in_order)
+{
+    auto box = std::make_unique<OPEN_CHECKBOX>();
+    delete box->layout();
+    box.reset();
+    auto base = std::make_unique<TOLV_WIDGET_WITH_HELP>(); // never set up
+    base->set_contents_margins(1, 2, 3, 4);
+    EXPECT_EQ(QMargins(1, 2, 3, 4), base->layout()->contentsMargins());
+    delete base->layout();
+    base.reset();
 }
 
 TEST_F(TOLV_HELP_TEST, line_ends_become_breaks_and_stay_so)

@@ -3,11 +3,11 @@
 #include "cfgq_registry.h"
 #include "gen.h"
 #include "tolv_global.h"
+#include "tolv_help_action.h"
 #include "tolv_help_dyn.h"
 #include "tolv_mem.h"
 #include "tolv_msg.h"
 
-#include <QAction>
 #include <QChildEvent>
 #include <QCloseEvent>
 #include <QDialogButtonBox>
@@ -32,12 +32,7 @@ TOLV_DIALOG::TOLV_DIALOG(QWidget* parent, Qt::WindowFlags flags) : QDialog(paren
 {
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     setSizeGripEnabled(true);
-
-    auto* const help_action = new QAction(QStringLiteral("F1 Help"), this);
-    help_action->setShortcut(QKeySequence(QStringLiteral("F1")));
-    help_action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addAction(help_action);
-    TOLV_SAFE_CONNECT(help_action, SIGNAL(triggered()), this, SLOT(help_button_clicked()));
+    new TOLV_HELP_ACTION(this, SLOT(help_button_clicked()));
 }
 
 TOLV_DIALOG::~TOLV_DIALOG()

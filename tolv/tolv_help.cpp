@@ -52,15 +52,11 @@ TOLV_HELP_LABEL::~TOLV_HELP_LABEL() = default;
 // ---- The row --------------------------------------------------------------------------------------------------------
 
 TOLV_WIDGET_WITH_HELP::TOLV_WIDGET_WITH_HELP(QWidget* parent, Qt::WindowFlags flags)
-    : QWidget(parent, flags), m_help_label(new TOLV_HELP_LABEL(this)), m_layout(new QHBoxLayout)
+    : QWidget(parent, flags), m_help_label(new TOLV_HELP_LABEL(this)), m_layout(new QHBoxLayout(this))
 {
 }
 
-TOLV_WIDGET_WITH_HELP::~TOLV_WIDGET_WITH_HELP()
-{
-    if (layout() != m_layout)
-        delete m_layout; // never set up
-}
+TOLV_WIDGET_WITH_HELP::~TOLV_WIDGET_WITH_HELP() = default;
 
 QWidget* TOLV_WIDGET_WITH_HELP::get_help_widget() const
 {

@@ -53,7 +53,7 @@ public:
 
 protected:
     TOLV_HELP_LABEL* m_help_label; ///< the question mark, a child
-    QHBoxLayout* m_layout;         ///< the row; the widget's own from setup() on
+    QHBoxLayout* m_layout;         ///< the row, the widget's own; empty before setup()
 };
 
 /// A text with a question mark.
