@@ -82,6 +82,9 @@ protected:
     void SetUp() override
     {
         TOLV_GUI_TEST::SetUp();
+        // Off the view, so that no step is about the pointer unless a test brings it there; before the view comes up,
+        // so that a window system has nothing to tell of it later.
+        QCursor::setPos(700, 500);
         area = std::make_unique<TOLV_ZOOM_SCROLL_AREA>();
         area->setFrameShape(QFrame::NoFrame);
         area->setGeometry(100, 100, 400, 300);
@@ -95,10 +98,8 @@ protected:
         ASSERT_EQ(QSize(380, 280), area->viewport()->size());
         ASSERT_EQ(620, h()->maximum());
         ASSERT_EQ(720, v()->maximum());
-        // Off the view, so that no step is about the pointer unless a test brings it there.
-        QCursor::setPos(700, 500);
-        QCoreApplication::processEvents();
-        ASSERT_FALSE(view->testAttribute(Qt::WA_UnderMouse));
+        ASSERT_TRUE(GUI_DRIVER::wait_for([this] { return !view->testAttribute(Qt::WA_UnderMouse); }));
+        ASSERT_EQ(QPoint(700, 500), QCursor::pos());
     }
 
     void TearDown() override
@@ -138,6 +139,13 @@ protected:
     QAction* action(TOLV_ACTION_ENUM command) const
     {
         return area->get_action(command);
+    }
+    /// Moves without buttons that the view felt since the last call.
+    int take_moves()
+    {
+        const int count = view->moves_without_buttons.size();
+        view->moves_without_buttons.clear();
+        return count;
     }
     /// A pixel of the viewport in the coordinates of the view, as long as nothing scrolls.
     QPoint in_view(int x, int y) const

@@ -166,6 +166,19 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, a_span_of_nine_pixels_is_a_click_and_one
     EXPECT_EQ(0.04F, view->get_zoom());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, a_rectangle_given_up_by_escape_counts_as_a_click)
+{
+    area->set_zoom_drag_enabled(false);
+    INPUT_SCRIPT script;
+    script.then([=] { GUI_DRIVER::press(view, in_view(60, 80), Qt::RightButton); });
+    script.then([=] { GUI_DRIVER::move_to(view, in_view(160, 180)); });
+    script.then([=] { GUI_DRIVER::key_click(view, Qt::Key_Escape); });
+    EXPECT_TRUE(script.run());
+    expect_step_out();
+    GUI_DRIVER::release(view, in_view(60, 80), Qt::RightButton);
+    expect_step_out();
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, the_rubber_band_is_seen_during_the_drag)
 {
     area->set_zoom_drag_enabled(false);

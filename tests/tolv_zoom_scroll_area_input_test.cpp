@@ -1,31 +1,17 @@
 #include "input_script.h"
-#include "tolv_create_action.h"
 #include "tolv_image.h"
-#include "tolv_zoom_drag.h"
 #include "tolv_zoom_fixture.h"
 
 #include <QActionGroup>
 #include <QApplication>
+#include <QMap>
 #include <QMimeData>
-
-#include <random>
 
 namespace
 {
 class TOLV_ZOOM_SCROLL_AREA_INPUT_TEST : public ZOOM_TEST
 {
 protected:
-    void wheel(const QPoint& point, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        GUI_DRIVER::wheel(view, point, QPoint(0, delta), modifiers);
-    }
-    /// Moves without buttons that the view felt since the last call.
-    int take_moves()
-    {
-        const int count = view->moves_without_buttons.size();
-        view->moves_without_buttons.clear();
-        return count;
-    }
     bool has_cursor(TOLV_CURSOR_ENUM cursor) const
     {
         const QCursor expected = tolv_get_cursor(cursor);
@@ -66,213 +52,6 @@ protected:
     QAction* selection_tool = nullptr;
 };
 } // namespace
-
-// ---- Wheel ----------------------------------------------------------------------------------------------------------
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_notch_scrolls_three_single_steps_down_or_up)
-{
-    ASSERT_EQ(20, v()->singleStep());
-    scroll_to(100, 200);
-    wheel(in_view(50, 50), -120);
-    EXPECT_EQ(QPoint(100, 260), values());
-    wheel(in_view(50, 50), 240);
-    EXPECT_EQ(QPoint(100, 140), values());
-    wheel(in_view(50, 50), 1200);
-    EXPECT_EQ(QPoint(100, 0), values());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, parts_of_a_notch_are_cut_off_towards_zero)
-{
-    scroll_to(100, 200);
-    wheel(in_view(50, 50), 7); // 20 * 7 * 3 / 120 = 3.5
-    EXPECT_EQ(197, v()->value());
-    wheel(in_view(50, 50), -7);
-    EXPECT_EQ(200, v()->value());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, shift_scrolls_to_the_side)
-{
-    scroll_to(100, 200);
-    wheel(in_view(50, 50), -120, Qt::ShiftModifier);
-    EXPECT_EQ(QPoint(160, 200), values());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, alt_scrolls_25_times_finer)
-{
-    scroll_to(100, 200);
-    wheel(in_view(50, 50), -120, Qt::AltModifier); // 20 * 360 / 3000 = 2.4
-    EXPECT_EQ(QPoint(100, 202), values());
-    wheel(in_view(50, 50), 120, Qt::AltModifier);
-    EXPECT_EQ(QPoint(100, 200), values());
-    wheel(in_view(50, 50), -120, Qt::AltModifier | Qt::ShiftModifier);
-    EXPECT_EQ(QPoint(102, 200), values());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_notch_that_alt_has_turned_to_the_side_counts_all_the_same)
-{
-    scroll_to(100, 200);
-    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(-120, 0), Qt::AltModifier);
-    EXPECT_EQ(QPoint(100, 202), values());
-    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(120, 0), Qt::AltModifier | Qt::ControlModifier);
-    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
-    GUI_DRIVER::wheel(view, in_view(50, 50), QPoint(-120, 0)); // a wheel that really goes to the side
-    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, each_turn_of_the_wheel_lets_the_view_feel_a_move)
-{
-    GUI_DRIVER::hover(view, in_view(50, 50));
-    take_moves();
-    wheel(in_view(50, 50), -120);
-    EXPECT_GE(take_moves(), 1);
-    EXPECT_EQ(in_view(50, 50), view->mapFromGlobal(QCursor::pos()));
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_zooms_about_the_pointer)
-{
-    scroll_to(100, 200);
-    wheel(in_view(60, 80), 120, Qt::ControlModifier); // (160, 280) * 1.25
-    EXPECT_EQ(1.25F, view->get_zoom());
-    EXPECT_EQ(QPoint(200 - 60, 350 - 80), values());
-    EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
-    wheel(in_view(60, 80), -120, Qt::ControlModifier);
-    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
-    EXPECT_EQ(QPoint(100, 200), values());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_and_alt_zoom_in_fine_steps)
-{
-    wheel(in_view(60, 80), 120, Qt::ControlModifier | Qt::AltModifier);
-    EXPECT_FLOAT_EQ(1.01F, view->get_zoom());
-    wheel(in_view(60, 80), -120, Qt::ControlModifier | Qt::AltModifier);
-    EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, control_and_shift_zoom_as_control_alone_does)
-{
-    wheel(in_view(60, 80), 120, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(1.25F, view->get_zoom());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_wheel_to_the_side_zooms_out_as_one_that_does_not_turn_up)
-{
-    GUI_DRIVER::wheel(view, in_view(60, 80), QPoint(120, 0), Qt::ControlModifier);
-    EXPECT_FLOAT_EQ(0.8F, view->get_zoom());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_wheel_is_taken_even_where_there_is_nothing_to_scroll)
-{
-    class PARENT : public QWidget
-    {
-    public:
-        int count = 0;
-
-    protected:
-        void wheelEvent(QWheelEvent* event) override
-        {
-            ++count;
-            QWidget::wheelEvent(event);
-        }
-    };
-    PARENT parent;
-    parent.resize(200, 200);
-    TOLV_ZOOM_SCROLL_AREA inner(&parent);
-    inner.setGeometry(0, 0, 200, 200);
-    inner.set_view(new TOLV_VIEW, false);
-    ASSERT_TRUE(GUI_DRIVER::show(&parent));
-    GUI_DRIVER::wheel(inner.get_view(), QPoint(50, 50), QPoint(0, 120));
-    EXPECT_EQ(0, parent.count);
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, a_frame_around_the_viewport_does_not_shift_the_anchor)
-{
-    area->setFrameStyle(QFrame::Box);
-    area->setLineWidth(7);
-    GUI_DRIVER::process_posted();
-    scroll_to(100, 200);
-    wheel(QPoint(160, 280), 120, Qt::ControlModifier);
-    EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
-    EXPECT_EQ(QPoint(200 - 60, 350 - 80), values());
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_point_under_the_pointer_stays_within_a_pixel_over_many_steps)
-{
-    view->set_logical_size(QRect(0, 0, 100000, 120000)); // finer than a pixel
-    view->set_min(0.05F);
-    view->set_max(0.5F);
-    view->set_zoom(0.2F);
-    GUI_DRIVER::process_posted();
-    scroll_to(10000, 12000);
-    std::mt19937 random(7);
-    const auto get_below = [&](unsigned limit) { return int(random() % limit); };
-    int at_limit = 0;
-    for (int i = 0; i < 50; ++i)
-    {
-        SCOPED_TRACE(i);
-        const QPoint pointer(get_below(380), get_below(280));
-        const QPointF logical = view->get_inverse_transform().map(QPointF(pointer + values()));
-        const float zoom = view->get_zoom();
-        const Qt::KeyboardModifiers fine = get_below(4) == 0 ? Qt::AltModifier : Qt::NoModifier;
-        const int notch = get_below(20) < 14 ? 120 : -120;
-        GUI_DRIVER::wheel(area->viewport(), pointer, QPoint(0, notch), Qt::ControlModifier | fine);
-        at_limit += view->get_zoom() == zoom ? 1 : 0;
-
-        // As far as the drawing goes; it does here.
-        ASSERT_TRUE(h()->value() > 0 && h()->value() < h()->maximum());
-        ASSERT_TRUE(v()->value() > 0 && v()->value() < v()->maximum());
-        const QPointF now = view->get_transform().map(logical) - values();
-        EXPECT_NEAR(pointer.x(), now.x(), 1.0);
-        EXPECT_NEAR(pointer.y(), now.y(), 1.0);
-        const QPoint cursor = area->viewport()->mapFromGlobal(QCursor::pos());
-        EXPECT_NEAR(now.x(), cursor.x(), 1.0);
-        EXPECT_NEAR(now.y(), cursor.y(), 1.0);
-    }
-    EXPECT_GT(at_limit, 0);
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_pointer_stays_on_its_point_whatever_the_origin_is)
-{
-    // The origin in pixels is cut off, so that the content may move by two pixels; the pointer moves along.
-    view->set_logical_size(QRect(-50000, -70000, 100000, 120000));
-    view->set_zoom(0.2F);
-    GUI_DRIVER::process_posted();
-    scroll_to(10000, 12000);
-    std::mt19937 random(11);
-    for (int i = 0; i < 50; ++i)
-    {
-        SCOPED_TRACE(i);
-        const QPoint pointer(int(random() % 380), int(random() % 280));
-        const QPointF logical = view->get_inverse_transform().map(QPointF(pointer + values()));
-        const int notch = view->get_zoom() < 0.2F || (view->get_zoom() < 0.6F && random() % 2 == 0) ? 120 : -120;
-        GUI_DRIVER::wheel(area->viewport(), pointer, QPoint(0, notch), Qt::ControlModifier);
-        const QPointF now = view->get_transform().map(logical) - values();
-        const QPoint cursor = area->viewport()->mapFromGlobal(QCursor::pos());
-        EXPECT_NEAR(now.x(), cursor.x(), 1.0);
-        EXPECT_NEAR(now.y(), cursor.y(), 1.0);
-        EXPECT_NEAR(pointer.x(), now.x(), 2.0);
-        EXPECT_NEAR(pointer.y(), now.y(), 2.0);
-    }
-}
-
-TEST_F(TOLV_ZOOM_SCROLL_AREA_INPUT_TEST, the_view_is_repainted_before_the_pointer_moves)
-{
-    int painted_before_move = 0;
-    view->draw = [&](QPainter*) { ++painted_before_move; };
-    GUI_DRIVER::hover(view, in_view(100, 50));
-    painted_before_move = 0;
-    QPoint at_paint;
-    view->draw = [&](QPainter*)
-    {
-        if (painted_before_move++ == 0)
-            at_paint = QCursor::pos();
-    };
-    const QPoint before = QCursor::pos();
-    area->zoom_out(nullptr, 1.25F); // scrolled to the corner: the pointer has to move
-    area->adjust_cursor();
-    EXPECT_GE(painted_before_move, 1);
-    EXPECT_EQ(before, at_paint);
-    EXPECT_NE(before, QCursor::pos());
-}
 
 // ---- Keys -----------------------------------------------------------------------------------------------------------
 
@@ -433,6 +212,61 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_double_click_of_the_zoom_tool_zooms_a_
     EXPECT_FLOAT_EQ(1.0F, view->get_zoom());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_double_click_leaves_the_pointer_on_its_point)
+{
+    choose(TOLV_ZOOM_TOOL_ACTION);
+    INPUT_SCRIPT script;
+    script.then([=] { GUI_DRIVER::press(view, in_view(60, 80)); });
+    script.then([=] { GUI_DRIVER::release(view, in_view(60, 80)); });
+    EXPECT_TRUE(script.run());
+    const QPoint point = view->mapFromGlobal(QCursor::pos());
+    QMouseEvent event(QEvent::MouseButtonDblClick, point, view->mapToGlobal(point), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &event);
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(1.5625F, view->get_zoom());
+    EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, each_tool_leaves_to_the_view_what_it_has_no_use_for)
+{
+    const auto reaches_view = [this](QEvent::Type type)
+    {
+        view->seen.clear();
+        if (type == QEvent::ContextMenu)
+        {
+            QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(1, 1));
+            QCoreApplication::sendEvent(view, &event);
+        }
+        else if (type == QEvent::KeyPress || type == QEvent::KeyRelease)
+        {
+            QKeyEvent event(type, Qt::Key_F5, Qt::NoModifier);
+            QCoreApplication::sendEvent(view, &event);
+        }
+        else
+        {
+            QMouseEvent event(type, QPointF(1, 1), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(view, &event);
+        }
+        return view->seen.contains(type);
+    };
+    const QList<QEvent::Type> types = {QEvent::MouseMove,   QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                                       QEvent::ContextMenu, QEvent::KeyPress,           QEvent::KeyRelease};
+    const QMap<TOLV_ACTION_ENUM, QList<bool>> expected = {
+        {TOLV_ZOOM_TOOL_ACTION, {true, false, false, false, false, true}},
+        {TOLV_PAN_TOOL_ACTION, {false, false, true, false, true, true}},
+        {TOLV_MAGNIFYING_TOOL_ACTION, {true, false, true, true, true, true}}};
+    for (auto it = expected.begin(); it != expected.end(); ++it)
+    {
+        choose(it.key());
+        for (int i = 0; i < types.size(); ++i)
+            EXPECT_EQ(it.value().at(i), reaches_view(types.at(i))) << it.key() << " " << types.at(i);
+    }
+    selection_tool->trigger();
+    for (const QEvent::Type type : types)
+        EXPECT_TRUE(reaches_view(type)) << type;
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_zoom_tool_takes_releases_and_context_menus)
 {
     choose(TOLV_ZOOM_TOOL_ACTION);
@@ -453,14 +287,16 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_pan_tool_drags_the_content_along)
     choose(TOLV_PAN_TOOL_ACTION);
     view->seen.clear();
     const QPoint start = in_view(200, 150);
+    const QPoint grabbed = view->mapToGlobal(start);
     GUI_DRIVER::press(view, start);
     EXPECT_EQ(Qt::ClosedHandCursor, view->cursor().shape());
     GUI_DRIVER::move_to(view, start - QPoint(37, 21));
     EXPECT_EQ(QPoint(137, 221), values());
-    EXPECT_EQ(start, view->mapFromGlobal(QCursor::pos())); // the content is where it was grabbed
-    GUI_DRIVER::move_to(view, start + QPoint(50, 60));
+    EXPECT_EQ(start, view->mapFromGlobal(grabbed - QPoint(37, 21))); // the content is where it was grabbed
+    GUI_DRIVER::move_to(view, start + QPoint(50, 60));               // (13, 39) to the right and below of the press
     EXPECT_EQ(QPoint(87, 161), values());
-    GUI_DRIVER::release(view, view->mapFromGlobal(QCursor::pos()));
+    EXPECT_EQ(start, view->mapFromGlobal(grabbed + QPoint(13, 39)));
+    GUI_DRIVER::release(view, start);
     EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
     GUI_DRIVER::hover(view, in_view(20, 20));
     EXPECT_EQ(QPoint(87, 161), values());
@@ -530,6 +366,46 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, the_pan_for_the_time_being_ends_wherever
     GUI_DRIVER::key_release(area.get(), Qt::Key_Control, Qt::ShiftModifier);
     EXPECT_FALSE(is_pan_tool());
     EXPECT_EQ(1, off.count());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_pan_that_its_keys_end_in_the_middle_is_over_for_good)
+{
+    const QPoint start = in_view(200, 150);
+    GUI_DRIVER::focus(view);
+    GUI_DRIVER::press(view, start, Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_TRUE(is_pan_tool());
+    GUI_DRIVER::key_release(view, Qt::Key_Control, Qt::ShiftModifier);
+    EXPECT_FALSE(is_pan_tool());
+    GUI_DRIVER::move_to(view, start - QPoint(30, 40));
+    GUI_DRIVER::release(view, start - QPoint(30, 40));
+    EXPECT_EQ(QPoint(100, 200), values());
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::hover(view, in_view(120, 110));
+    EXPECT_EQ(QPoint(100, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_pan_ends_where_another_tool_is_chosen_in_the_middle)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::press(view, in_view(200, 150));
+    selection_tool->trigger(); // by a shortcut
+    GUI_DRIVER::release(view, in_view(200, 150));
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::hover(view, in_view(120, 110));
+    EXPECT_EQ(QPoint(100, 200), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, a_pan_ends_with_the_view_hidden_in_the_middle)
+{
+    choose(TOLV_PAN_TOOL_ACTION);
+    GUI_DRIVER::press(view, in_view(200, 150));
+    view->hide();
+    GUI_DRIVER::release(area.get(), QPoint(200, 150));
+    view->show();
+    EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
+    const QPoint before = values();
+    GUI_DRIVER::hover(view, in_view(120, 110));
+    EXPECT_EQ(before, values());
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TOOL_TEST, control_or_shift_alone_does_not_pan)

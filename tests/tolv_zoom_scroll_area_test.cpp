@@ -4,6 +4,7 @@
 #include "tolv_zoom_fixture.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QMenu>
 
 namespace
@@ -198,6 +199,62 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_view_that_was_deleted_is_forgotten)
     EXPECT_TRUE(area->pan_view(QEvent::MouseButtonPress, QPoint(), Qt::LeftButton));
     EXPECT_TRUE(area->pan_view(QEvent::MouseButtonRelease, QPoint(), Qt::LeftButton));
     EXPECT_INTERNAL_ERROR(area->zoom_in(), "m_view != NULL");
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_SETUP_TEST, a_view_that_was_replaced_is_let_alone)
+{
+    auto* const first = new PROBE_VIEW;
+    auto* const second = new PROBE_VIEW;
+    TOLV_ZOOM_SCROLL_AREA area;
+    auto* const container = new QWidget;
+    first->setParent(container);
+    second->setParent(container);
+    area.setWidget(container);
+    area.set_view(first, false);
+    area.set_view(second, false);
+    area.get_action(TOLV_PAN_TOOL_ACTION)->setChecked(true); // which takes releases
+    for (PROBE_VIEW* const view : {first, second})
+    {
+        QMouseEvent release(QEvent::MouseButtonRelease, QPointF(1, 1), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view, &release);
+        EXPECT_EQ(view == first, view->seen.contains(QEvent::MouseButtonRelease));
+    }
+    delete first;
+    EXPECT_EQ(second, area.get_view());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_SETUP_TEST, what_a_group_triggers_is_followed_even_without_the_tools_in_it)
+{
+    TOLV_ZOOM_SCROLL_AREA area;
+    QActionGroup group(nullptr);
+    auto* const view = new TOLV_VIEW;
+    area.set_view(view, false);
+    area.insert_modes(&group);
+    area.remove_modes(&group);
+    emit group.triggered(area.get_action(TOLV_PAN_TOOL_ACTION));
+    EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_SETUP_TEST, a_drawing_is_not_turned_round_where_texts_run_from_right_to_left)
+{
+    const Qt::LayoutDirection direction = QApplication::layoutDirection();
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    {
+        TOLV_ZOOM_SCROLL_AREA area;
+        area.setFrameShape(QFrame::NoFrame);
+        area.setGeometry(100, 100, 400, 300);
+        auto* const view = new PROBE_VIEW;
+        view->set_logical_size(QRect(0, 0, 1000, 1000));
+        area.set_view(view, false);
+        EXPECT_TRUE(GUI_DRIVER::show(&area));
+        area.horizontalScrollBar()->setValue(100);
+        area.verticalScrollBar()->setValue(200);
+        EXPECT_EQ(QPoint(-100, -200), view->pos());
+        GUI_DRIVER::wheel(view, QPoint(160, 280), QPoint(0, 120), Qt::ControlModifier);
+        EXPECT_EQ(QPoint(60 - 200, 80 - 350), view->pos());
+        EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
+    }
+    QApplication::setLayoutDirection(direction);
 }
 
 // ---- A step ---------------------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "tolv_set_zoom_dlg.h"
 #include "tolv_zoom_fixture.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -29,8 +30,8 @@ protected:
 class TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST : public ZOOM_TEST
 {
 protected:
-    /// Opens the dialog, notes what it offers, enters a text and presses a button.
-    void enter(const QString& text, QDialogButtonBox::StandardButton button = QDialogButtonBox::Ok)
+    /// Opens the dialog, notes what it offers, enters a text and ends it by a key, which leaves the pointer where it is.
+    void enter(const QString& text, Qt::Key end = Qt::Key_Return)
     {
         answer_next_dialog(
             [=](QDialog* dialog)
@@ -45,7 +46,7 @@ protected:
                 insert_policy = box->insertPolicy();
                 box->lineEdit()->selectAll();
                 GUI_DRIVER::type(box->lineEdit(), text);
-                GUI_DRIVER::click(dialog->findChild<QDialogButtonBox*>()->button(button));
+                GUI_DRIVER::key_click(box->lineEdit(), end);
             });
         action(TOLV_ZOOM_ACTION)->trigger();
     }
@@ -108,6 +109,20 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, it_is_painted_anew_with_the_view_wha
     }
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, at_rest_neither_of_them_is_painted)
+{
+    action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
+    int paints = 0;
+    view->draw = [&](QPainter*) { ++paints; };
+    view->update();
+    EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return paints > 0; }));
+    GUI_DRIVER::process_posted();
+    paints = 0;
+    for (int i = 0; i < 20; ++i)
+        GUI_DRIVER::process_posted();
+    EXPECT_EQ(0, paints); // the one does not call for the other for ever
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, it_stays_in_its_corner_when_the_area_is_resized)
 {
     action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
@@ -160,7 +175,7 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, the_dialog_shows_the_level_in_force)
 {
     view->set_min(0.125F);
     view->set_max(4.0F);
-    enter(QStringLiteral("100.0%"), QDialogButtonBox::Cancel);
+    enter(QStringLiteral("100.0%"), Qt::Key_Escape);
     EXPECT_EQ((QStringList{QStringLiteral("12.5%"), QStringLiteral("25.0%"), QStringLiteral("50.0%"),
                            QStringLiteral("100.0%"), QStringLiteral("200.0%"), QStringLiteral("400.0%"),
                            QStringLiteral("Fit in Window")}),
@@ -175,7 +190,7 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, a_level_that_is_not_in_the_list_comes_
     view->set_max(2.0F);
     view->set_min(0.5F);
     view->set_zoom(1.23F);
-    enter(QStringLiteral("1"), QDialogButtonBox::Cancel);
+    enter(QStringLiteral("1"), Qt::Key_Escape);
     EXPECT_EQ((QStringList{QStringLiteral("50.0%"), QStringLiteral("100.0%"), QStringLiteral("200.0%"),
                            QStringLiteral("Fit in Window"), QStringLiteral("123.0%")}),
               offered);
@@ -225,10 +240,36 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, fit_in_window_fits)
     EXPECT_EQ(0.299F, view->get_zoom());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, the_keyboard_alone_will_do)
+{
+    answer_next_dialog(
+        [](QDialog* dialog)
+        {
+            // As it comes up: a text typed replaces the one shown.
+            QWidget* const focus = QApplication::focusWidget();
+            ASSERT_NE(nullptr, focus);
+            EXPECT_TRUE(dialog->isAncestorOf(focus));
+            GUI_DRIVER::type(focus, QStringLiteral("150"));
+            GUI_DRIVER::key_click(focus, Qt::Key_Return);
+        });
+    area->open_set_zoom_dlg();
+    EXPECT_FLOAT_EQ(1.5F, view->get_zoom());
+    answer_next_dialog(
+        [](QDialog* dialog)
+        {
+            auto* const box = dialog->findChild<QComboBox*>();
+            GUI_DRIVER::key_click(box, Qt::Key_Up); // from the 150 percent at the end
+            EXPECT_EQ(QStringLiteral("Fit in Window"), box->currentText());
+            GUI_DRIVER::key_click(box, Qt::Key_Return);
+        });
+    area->open_set_zoom_dlg();
+    EXPECT_EQ(0.299F, view->get_zoom());
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, a_dialog_that_is_cancelled_changes_nothing)
 {
     const QSignalSpy levels(area.get(), SIGNAL(zoom_level_changed(float)));
-    enter(QStringLiteral("150"), QDialogButtonBox::Cancel);
+    enter(QStringLiteral("150"), Qt::Key_Escape);
     EXPECT_EQ(1.0F, view->get_zoom());
     EXPECT_EQ(0, levels.count());
     EXPECT_EQ(nullptr, area->findChild<TOLV_SET_ZOOM_DLG*>());

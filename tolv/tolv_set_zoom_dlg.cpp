@@ -4,6 +4,7 @@
 #include "ui_tolv_set_zoom_dlg.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
 
@@ -61,4 +62,10 @@ QComboBox* TOLV_SET_ZOOM_DLG::get_combo_box() const
 QString TOLV_SET_ZOOM_DLG::get_percent_text(float percent)
 {
     return QString::number(double(percent), 'f', 1) + QLatin1Char('%');
+}
+
+void TOLV_SET_ZOOM_DLG::showEvent(QShowEvent* event)
+{
+    TOLV_DIALOG::showEvent(event);
+    m_ui->comboBox->lineEdit()->selectAll();
 }

@@ -39,6 +39,10 @@ public:
     /// A percentage as the list shows it: "12.5%".
     static QString get_percent_text(float percent);
 
+protected:
+    /// The text in the box is selected, so that what is typed takes its place.
+    void showEvent(QShowEvent* event) override;
+
 private:
     void fill_combo_box();
 

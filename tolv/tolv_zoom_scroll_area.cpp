@@ -42,6 +42,7 @@ TOLV_ZOOM_SCROLL_AREA::TOLV_ZOOM_SCROLL_AREA(QWidget* parent)
       m_zoom_dialog_action(tolv_create_action(TOLV_ZOOM_ACTION, this)),
       m_birds_eye_view_action(tolv_create_action(TOLV_BIRDS_EYE_VIEW_ACTION, this))
 {
+    setLayoutDirection(Qt::LeftToRight); // else Qt counts the values of the horizontal bar from the right
     // Until they are first laid out, Qt has them larger than they ever get, and zoom_on_logical_rect() reckons with them.
     verticalScrollBar()->resize(verticalScrollBar()->sizeHint());
     horizontalScrollBar()->resize(horizontalScrollBar()->sizeHint());
@@ -50,6 +51,7 @@ TOLV_ZOOM_SCROLL_AREA::TOLV_ZOOM_SCROLL_AREA(QWidget* parent)
     TOLV_SAFE_CONNECT(m_zoom_fit_action, SIGNAL(triggered()), this, SLOT(zoom_fit()));
     TOLV_SAFE_CONNECT(m_zoom_dialog_action, SIGNAL(triggered()), this, SLOT(open_set_zoom_dlg()));
     TOLV_SAFE_CONNECT(m_zoom_selection_action, SIGNAL(triggered()), this, SLOT(zoom_selected()));
+    TOLV_SAFE_CONNECT(m_pan_tool_action, SIGNAL(toggled(bool)), this, SLOT(end_pan()));
 }
 
 TOLV_ZOOM_SCROLL_AREA::~TOLV_ZOOM_SCROLL_AREA() = default;
@@ -79,6 +81,7 @@ void TOLV_ZOOM_SCROLL_AREA::forget_view()
     if (sender() != m_view)
         return;
     m_view = nullptr;
+    end_pan();
     if (m_birds_eye_view == nullptr)
         return;
     // It has nothing to show any more, and even its size is the view's to say.

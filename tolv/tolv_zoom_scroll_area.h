@@ -27,7 +27,8 @@ class TOLV_VIEW;
 /// in the middle of them, a press with the right button by deleteLater() only, as Qt asks for.
 ///
 /// Zoom levels that are signalled or shown are those of the user: 1 is 100 percent, whatever the view's scaling is.
-/// Rectangles are inclusive, as QRect is. Without a view most operations are the internal error "m_view != NULL".
+/// Rectangles are inclusive, as QRect is. Without a view most operations are the internal error "m_view != NULL". The area
+/// and what is in it run from left to right in every language: the values of its bars are pixels of the view.
 class TOLV_EXPORT TOLV_ZOOM_SCROLL_AREA : public QScrollArea
 {
     Q_OBJECT
@@ -140,6 +141,7 @@ protected:
 
 private slots:
     void forget_view();
+    void end_pan();
 
 private:
     QList<QAction*> get_actions() const;

@@ -116,6 +116,13 @@ bool TOLV_ZOOM_SCROLL_AREA::pan_view(QEvent::Type event_type, QPoint point, Qt::
     }
 }
 
+/// Where the release of the button will not be seen: with another tool, or with the view off the screen.
+void TOLV_ZOOM_SCROLL_AREA::end_pan()
+{
+    if (m_panning)
+        pan_view(QEvent::MouseButtonRelease, QPoint());
+}
+
 void TOLV_ZOOM_SCROLL_AREA::zoom_mode_no_mouse_gesture(QMouseEvent* mouse_event, bool show_right_click_rect)
 {
     if (m_view == nullptr)
@@ -128,7 +135,7 @@ void TOLV_ZOOM_SCROLL_AREA::zoom_mode_no_mouse_gesture(QMouseEvent* mouse_event,
         const QRect rect = TOLV_DRAG_TRACKER::track_rect(m_view, m_mouse_position, nullptr, 0.0);
         if (self == nullptr || m_view == nullptr || m_view->isVisible() != was_visible)
             return;
-        const QSize span = tolv_get_span(rect);
+        const QSize span = tolv_get_span(rect); // of a drag given up by Escape (-1, -1): a click, too; this is meant
         if (span.width() >= SHORTEST_DRAG || span.height() >= SHORTEST_DRAG)
         {
             zoom_out_rect(rect);
@@ -151,6 +158,8 @@ bool TOLV_ZOOM_SCROLL_AREA::eventFilter(QObject* obj, QEvent* e)
         return QScrollArea::eventFilter(obj, e);
     if (e->type() == QEvent::Resize || e->type() == QEvent::Paint)
         follow_view(e);
+    else if (e->type() == QEvent::Hide)
+        end_pan();
     begin_temporary_pan(*e);
     end_temporary_pan(*e);
     bool is_consumed = false;
