@@ -4,7 +4,9 @@
 #include "tolv_birds_eye_view_fixture.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMouseEvent>
+#include <QRubberBand>
 
 namespace
 {
@@ -33,6 +35,17 @@ protected:
         script.then([&] { GUI_DRIVER::release(body, to, Qt::RightButton); });
         EXPECT_TRUE(script.run());
     }
+
+    /// Releases the right button although its widget may be gone.
+    static void let_go()
+    {
+        QWidget rest;
+        rest.setGeometry(40, 40, 100, 100);
+        GUI_DRIVER::show(&rest);
+        GUI_DRIVER::release(&rest, QPoint(10, 10), Qt::RightButton);
+    }
+
+    std::unique_ptr<QDialog> dialog;
 };
 } // namespace
 
@@ -141,6 +154,19 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_press_outside_of_the_overlay_scrolls_at
     GUI_DRIVER::release(body, QPoint(46, 118));
 }
 
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_second_press_of_a_double_click_begins_a_drag_like_any_other)
+{
+    zoom_to(4, QPoint(400, 100));
+    const QPoint centre = body->get_focus_rect().center();
+    QMouseEvent press(QEvent::MouseButtonDblClick, QPointF(20, 120), body->mapToGlobal(QPoint(20, 120)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(body, &press);
+    QMouseEvent move(QEvent::MouseMove, centre + QPoint(3, 0), body->mapToGlobal(centre + QPoint(3, 0)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(body, &move);
+    EXPECT_EQ(QPoint(1640, 400), get_scroll_position());
+}
+
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_move_with_other_buttons_only_opens_the_hand)
 {
     zoom_to(4, QPoint(400, 100));
@@ -191,6 +217,60 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_right_click_and_a_cancelled_rectangle_c
     EXPECT_EQ(QRect(QPoint(120, 30), QPoint(172, 67)), body->get_focus_rect());
 }
 
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, an_overview_that_goes_away_in_the_middle_of_a_rectangle_ends_it)
+{
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"it is closed", [&] { dock->hide(); }},
+        {"the window is closed", [&] { area->close(); }},
+        {"the drawing goes", [&] { delete view; }},
+        {"another drawing comes", [&] { area->set_view(new TWO_COLOR_VIEW, true); }},
+        {"a modal dialog opens",
+         [&]
+         {
+             dialog = std::make_unique<QDialog>();
+             dialog->setModal(true);
+             GUI_DRIVER::show(dialog.get());
+         }},
+        {"it is to be deleted later", [&] { dock->deleteLater(); }},
+    };
+    for (const auto& [name, go] : ways)
+    {
+        SCOPED_TRACE(name);
+        zoom_to(4, QPoint(400, 100));
+        INPUT_SCRIPT script;
+        script.then([&] { GUI_DRIVER::press(body, QPoint(60, 30), Qt::RightButton); });
+        script.then([&] { GUI_DRIVER::move_to(body, QPoint(120, 60)); });
+        script.then(go);
+        EXPECT_TRUE(script.run());
+        GUI_DRIVER::process_posted();
+        EXPECT_EQ(nullptr, area->findChild<QRubberBand*>());
+        if (area->get_view() == view)
+        {
+            EXPECT_EQ(4.0F, view->get_zoom());
+            EXPECT_EQ(QPoint(1600, 400), get_scroll_position());
+        }
+        dialog.reset();
+        let_go();
+        TearDown();
+        SetUp();
+    }
+}
+
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_second_button_ends_a_rectangle_by_its_release)
+{
+    view->set_zoom(1);
+    INPUT_SCRIPT script;
+    script.then([&] { GUI_DRIVER::press(body, QPoint(60, 30), Qt::RightButton); });
+    script.then([&] { GUI_DRIVER::move_to(body, QPoint(120, 60)); });
+    script.then([&] { GUI_DRIVER::press(body, QPoint(120, 60)); });
+    script.then([&] { EXPECT_NE(nullptr, body->findChild<QRubberBand*>()); });
+    script.then([&] { GUI_DRIVER::release(body, QPoint(120, 60)); });
+    script.then([&] { GUI_DRIVER::release(body, QPoint(120, 60), Qt::RightButton); });
+    EXPECT_TRUE(script.run());
+    EXPECT_EQ(nullptr, body->findChild<QRubberBand*>());
+    EXPECT_NEAR(501.0F / 201.0F, view->get_zoom(), 0.02F);
+}
+
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, an_area_that_goes_away_in_the_middle_of_a_rectangle_ends_it)
 {
     INPUT_SCRIPT script;
@@ -199,8 +279,5 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, an_area_that_goes_away_in_the_middle_of_a
     script.then([&] { area.release()->deleteLater(); });
     EXPECT_TRUE(script.run());
     GUI_DRIVER::process_posted();
-    QWidget rest;
-    rest.setGeometry(40, 40, 100, 100);
-    GUI_DRIVER::show(&rest);
-    GUI_DRIVER::release(&rest, QPoint(10, 10), Qt::RightButton);
+    let_go();
 }

@@ -4,6 +4,10 @@
 #include "tolv_birds_eye_view_fixture.h"
 #include "tolv_icon.h"
 
+#include <QGridLayout>
+
+#include <iterator>
+
 // ---- Size and construction ------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_BIRDS_EYE_VIEW_TEST, the_overview_has_300_pixels_in_the_longer_direction)
@@ -67,6 +71,49 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_TEST, the_title_bar_is_built_as_its_form_says)
         EXPECT_TRUE(button->autoRaise());
         EXPECT_EQ(QSize(16, 16), button->maximumSize());
         EXPECT_TRUE(expect_same_picture(tolv_get_icon(icon).pixmap(16).toImage(), button->icon().pixmap(16).toImage()));
+    }
+}
+
+TEST_F(TOLV_BIRDS_EYE_VIEW_TEST, the_title_bar_lays_its_buttons_out_in_one_row)
+{
+    auto* const bar = dock->titleBarWidget();
+    const auto* const frame = GUI_DRIVER::find_widget<QFrame>(bar, QStringLiteral("frame"));
+    EXPECT_EQ(QSize(100, 20), frame->minimumSize());
+    EXPECT_EQ(QSize(300, 20), frame->maximumSize());
+    const auto* const outer = qobject_cast<QGridLayout*>(bar->layout());
+    const auto* const inner = qobject_cast<QGridLayout*>(frame->layout());
+    ASSERT_NE(nullptr, outer);
+    ASSERT_NE(nullptr, inner);
+    EXPECT_EQ(QStringLiteral("gridLayout_2"), outer->objectName());
+    EXPECT_EQ(QMargins(0, 0, 0, 0), outer->contentsMargins());
+    EXPECT_EQ(0, outer->spacing());
+    EXPECT_EQ(QStringLiteral("gridLayout"), inner->objectName());
+    EXPECT_EQ(QMargins(3, 0, 0, 0), inner->contentsMargins());
+    EXPECT_EQ(0, inner->spacing());
+    const char* const row[] = {"m_icon_button",
+                               nullptr,
+                               "m_goto_bottom_right_button",
+                               "m_goto_bottom_left_button",
+                               "m_goto_top_right_button",
+                               "m_goto_top_left_button",
+                               "m_goto_top_button",
+                               "m_goto_bottom_button",
+                               "m_goto_right_button",
+                               "m_goto_left_button",
+                               "m_close_button"};
+    EXPECT_EQ(1, inner->rowCount());
+    ASSERT_EQ(int(std::size(row)), inner->columnCount());
+    for (int i = 0; i < inner->columnCount(); ++i)
+    {
+        QLayoutItem* const item = inner->itemAtPosition(0, i);
+        ASSERT_NE(nullptr, item) << i;
+        if (row[i] == nullptr)
+        {
+            EXPECT_NE(nullptr, item->spacerItem());
+            EXPECT_TRUE(item->expandingDirections().testFlag(Qt::Horizontal));
+            continue;
+        }
+        EXPECT_EQ(get_button(row[i]), item->widget());
     }
 }
 

@@ -301,6 +301,9 @@ TEST_F(TOLV_DRAG_TRACKER_HANDLES_TEST, handles_at_points_are_filled_squares_arou
     EXPECT_EQ(QStringList(QStringLiteral("rect 44.5 34.5 11 11")),
               record([](QPainter& painter)
                      { TOLV_DRAG_TRACKER::draw_resize_handle(&painter, make_pen(Qt::red), QPoint(50, 40), 11); }));
+    EXPECT_EQ(QStringList(QStringLiteral("rect 50 40 0 0")), // only -1 stands for eight
+              record([](QPainter& painter)
+                     { TOLV_DRAG_TRACKER::draw_resize_handle(&painter, make_pen(Qt::red), QPoint(50, 40), 0); }));
     EXPECT_EQ(QStringList({QStringLiteral("rect 48 38 4 4"), QStringLiteral("rect -2 8 4 4")}),
               record(
                   [](QPainter& painter)

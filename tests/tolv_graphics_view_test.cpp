@@ -4,6 +4,7 @@
 #include "input_script.h"
 #include "internal_error_trap.h"
 #include "picture.h"
+#include "recording_paint_device.h"
 #include "tolv_birds_eye_view.h"
 #include "tolv_graphics_scene.h"
 #include "tolv_graphics_view.h"
@@ -12,7 +13,12 @@
 #include "tolv_viewport.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDialog>
 #include <QGraphicsRectItem>
+#include <QMouseEvent>
+#include <QRegularExpression>
+#include <QRubberBand>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -193,6 +199,67 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_switch_displays_the_times_over_a_light_groun
     EXPECT_GT(count_pixels(picture, Qt::black, 60, QRect(10, 10, 200, 60)), 50) << "the text";
 }
 
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_display_tells_what_was_painted_and_what_took_how_long)
+{
+    cfg_set_value("tolv_graphics_view_perf_debug", "on");
+    scene->clear();
+    view->viewport()->resize(600, 400);
+    RECORDING_PAINT_DEVICE device;
+    view->viewport()->render(&device, QPoint(0, 0), QRegion(10, 20, 300, 40));
+    QStringList lines;
+    for (const PAINT_COMMAND& command : device.find(QStringLiteral("text")))
+    {
+        lines << command.text.section(QLatin1Char('"'), 1, 1);
+        EXPECT_EQ(QColor(Qt::black), command.pen.color());
+        EXPECT_EQ(1.0, command.opacity);
+    }
+    ASSERT_EQ(3, lines.size());
+    EXPECT_EQ(QStringLiteral("Painting performance:"), lines.at(0));
+    EXPECT_EQ(QStringLiteral("QPaintEvent::rect(): (10, 20), (309, 59)"), lines.at(1));
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^QGraphicsView::paintEvent: \\d+ [um]sec, \\d+ fps$"))
+                    .match(lines.at(2))
+                    .hasMatch());
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_switch_is_read_once)
+{
+    EXPECT_FALSE(render_widget(view.get()).isNull());
+    cfg_set_value("tolv_graphics_view_perf_debug", "on");
+    EXPECT_EQ(0, count_pixels(render_widget(view.get()), QColor(255, 178, 178), 2, TOP_LEFT_OF_OVERLAY));
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scroll_has_the_display_painted_anew_and_what_is_on_its_right)
+{
+    /// What is painted of a widget.
+    class PAINT_WATCH : public QObject
+    {
+    public:
+        QRegion painted;
+
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override
+        {
+            if (event->type() == QEvent::Paint)
+                painted |= static_cast<QPaintEvent*>(event)->region();
+            return false;
+        }
+    };
+    cfg_set_value("tolv_graphics_view_perf_debug", "on");
+    ASSERT_TRUE(GUI_DRIVER::show(view.get()));
+    scroll_to(QPoint(100, 100));
+    view->viewport()->repaint(); // behind which the display has the width of this text
+    const QImage picture = view->screen()->grabWindow(view->winId()).toImage();
+    const QRect display = find_color_rect(picture, QColor(255, 178, 178), 2);
+    ASSERT_EQ(QPoint(8, 9), display.topLeft());
+    PAINT_WATCH watch;
+    view->viewport()->installEventFilter(&watch);
+    scroll_to(QPoint(100, 97));
+    EXPECT_TRUE(watch.painted.contains(QPoint(display.right() + 20, display.top())));
+    EXPECT_FALSE(watch.painted.contains(QPoint(display.right() + 21, display.top())));
+    EXPECT_TRUE(watch.painted.contains(QPoint(display.left(), display.bottom() + 3))) << "where it was moved to";
+    EXPECT_FALSE(watch.painted.contains(QPoint(display.left(), display.bottom() + 4)));
+    view->viewport()->removeEventFilter(&watch);
+}
+
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scroll_leaves_no_trace_of_the_display)
 {
     cfg_set_value("tolv_graphics_view_perf_debug", "on");
@@ -281,6 +348,19 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, transforms_of_the_overview_start_from_the_preset
     EXPECT_EQ(body->transform(), body->get_default_transform());
 }
 
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_overlay_follows_a_change_of_the_overview)
+{
+    open();
+    scroll_to(QPoint(400, 200));
+    const auto get_expected = [&] { return body->mapFromScene(QRectF(400, 200, 600, 400)).boundingRect(); };
+    view->preset_bev_transform(QTransform::fromScale(0.1, 0.1), false);
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(get_expected(), body->get_focus_rect());
+    view->combine_with_default_bev_transform(QTransform::fromScale(0.5, 0.5));
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(get_expected(), body->get_focus_rect());
+}
+
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_overlay_follows_the_visible_part)
 {
     open();
@@ -345,6 +425,20 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_press_outside_of_the_overlay_brings_its_centre
     GUI_DRIVER::release(body->viewport(), centre + QPoint(99, 60));
 }
 
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_second_press_of_a_double_click_begins_a_drag_like_any_other)
+{
+    open();
+    QWidget* const viewport = body->viewport();
+    const QPoint centre = body->get_focus_rect().center();
+    QMouseEvent press(QEvent::MouseButtonDblClick, centre + QPoint(100, 60), viewport->mapToGlobal(QPoint(0, 0)),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &press);
+    QMouseEvent move(QEvent::MouseMove, centre + QPoint(30, 0), viewport->mapToGlobal(QPoint(0, 0)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &move);
+    EXPECT_EQ(QPoint(200, 0), get_scroll_position());
+}
+
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, it_can_be_told_to_scroll_another_view)
 {
     open();
@@ -405,6 +499,59 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_rectangle_that_is_cancelled_is_not_focused_on)
     script.then([&] { GUI_DRIVER::release(body->viewport(), QPoint(100, 50), Qt::RightButton); });
     EXPECT_TRUE(script.run());
     EXPECT_TRUE(view->focused.isEmpty());
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, an_overview_that_goes_away_in_the_middle_of_a_rectangle_ends_it)
+{
+    std::unique_ptr<QDialog> dialog;
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"it is closed", [&] { dock->hide(); }},
+        {"the window is closed", [&] { view->close(); }},
+        {"it is to be deleted later", [&] { dock->deleteLater(); }},
+        {"the view is to be deleted later", [&] { view.release()->deleteLater(); }},
+        {"a modal dialog opens",
+         [&]
+         {
+             dialog = std::make_unique<QDialog>();
+             dialog->setModal(true);
+             GUI_DRIVER::show(dialog.get());
+         }},
+    };
+    for (const auto& [name, go] : ways)
+    {
+        SCOPED_TRACE(name);
+        open();
+        INPUT_SCRIPT script;
+        script.then([&] { GUI_DRIVER::press(body->viewport(), QPoint(60, 30), Qt::RightButton); });
+        script.then([&] { GUI_DRIVER::move_to(body->viewport(), QPoint(100, 50)); });
+        script.then(go);
+        EXPECT_TRUE(script.run());
+        GUI_DRIVER::process_posted();
+        if (view != nullptr)
+        {
+            EXPECT_TRUE(view->focused.isEmpty());
+            EXPECT_EQ(nullptr, view->findChild<QRubberBand*>());
+        }
+        dialog.reset();
+        QWidget rest;
+        rest.setGeometry(60, 60, 100, 100);
+        GUI_DRIVER::show(&rest);
+        GUI_DRIVER::release(&rest, QPoint(10, 10), Qt::RightButton);
+        rest.hide();
+        TearDown();
+        SetUp();
+    }
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scene_that_goes_in_the_middle_of_a_rectangle_leaves_nothing_to_focus_on)
+{
+    open();
+    INPUT_SCRIPT script;
+    script.then([&] { GUI_DRIVER::press(body->viewport(), QPoint(60, 30), Qt::RightButton); });
+    script.then([&] { scene.reset(); });
+    script.then([&] { GUI_DRIVER::release(body->viewport(), QPoint(100, 50), Qt::RightButton); });
+    EXPECT_TRUE(script.run());
+    EXPECT_FALSE(render_widget(view.get()).isNull());
 }
 
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, it_stays_in_its_corner_of_the_view)

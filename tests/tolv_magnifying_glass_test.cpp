@@ -345,6 +345,23 @@ TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_grows_with_the_lens)
     EXPECT_NEAR(14, get_width(2.0), 1); // 20 pixels
 }
 
+TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_is_hatched_in_gray)
+{
+    const QImage picture = take_picture(CENTRE);
+    int gray = 0;
+    int white = 0;
+    for (int along = 90; along < 160; ++along) // behind the rim, in front of the round end
+        for (int across = -4; across <= 4; ++across)
+        {
+            const QColor color = picture.pixelColor(CENTRE + QPoint(along + across, along - across));
+            gray += is_same_color(Qt::gray, color) ? 1 : 0;
+            white += is_same_color(Qt::white, color) ? 1 : 0;
+        }
+    EXPECT_EQ(70 * 9, gray + white);
+    EXPECT_GT(gray, 6 * white); // seven eighths are covered
+    EXPECT_GT(white, 20);
+}
+
 TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_view_is_told_that_it_paints_for_the_lens)
 {
     bool is_told = false;

@@ -465,6 +465,34 @@ TEST_F(TOLV_MOUSE_GESTURE_TEST, the_stroke_on_the_screen_follows_each_move)
            });
 }
 
+TEST_F(TOLV_MOUSE_GESTURE_TEST, each_move_has_the_surroundings_painted_a_hundred_pixels_around_the_stroke)
+{
+    /// What is painted of a widget.
+    class PAINT_WATCH : public QObject
+    {
+    public:
+        QRegion painted;
+
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override
+        {
+            if (event->type() == QEvent::Paint)
+                painted |= static_cast<QPaintEvent*>(event)->region();
+            return false;
+        }
+    };
+    stroke(QPoint(250, 200), QPoint(260, 220),
+           [&]
+           {
+               GUI_DRIVER::process_posted();
+               PAINT_WATCH watch;
+               get_gesture()->installEventFilter(&watch);
+               GUI_DRIVER::move_to(view, QPoint(240, 230));
+               GUI_DRIVER::process_posted();
+               // The stroke of before, from column 250 to 260, and the new one, from 240 to 250 and to row 230.
+               EXPECT_EQ(QRect(QPoint(140, 100), QPoint(360, 330)), watch.painted.boundingRect());
+           });
+}
+
 TEST_F(TOLV_MOUSE_GESTURE_TEST, a_stroke_that_rests_is_not_painted_again_and_again)
 {
     for (const QPoint& from : {QPoint(100, 110), QPoint(0, 0)})

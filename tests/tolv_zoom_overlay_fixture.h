@@ -8,6 +8,7 @@
 #include "tolv_zoom_scroll_area.h"
 
 #include <QBitmap>
+#include <QDialog>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -217,6 +218,14 @@ protected:
             {"the window is closed", [&] { area->close(); }},
             {"the view is to be deleted later", [&] { view->deleteLater(); }},
             {"the window is to be deleted later", [&] { area.release()->deleteLater(); }},
+            {"the window is closed and by that deleted",
+             [&]
+             {
+                 area->setAttribute(Qt::WA_DeleteOnClose);
+                 area.release()->close();
+             }},
+            {"the view is taken out of its window", [&] { view->setParent(nullptr); }},
+            {"a modal dialog opens", [&] { open_dialog(); }},
         };
         if (button !=
             Qt::RightButton) // Qt itself sends a context menu event behind a right press, to whatever is there
@@ -236,11 +245,22 @@ protected:
                 EXPECT_EQ(nullptr, guard);
             }
             check(way.name);
+            dialog.reset();
+            if (guard != nullptr && guard->parent() == nullptr)
+                delete guard;
             TearDown();
             SetUp();
         }
     }
 
+    void open_dialog()
+    {
+        dialog = std::make_unique<QDialog>();
+        dialog->setModal(true);
+        GUI_DRIVER::show(dialog.get());
+    }
+
     std::unique_ptr<COMMAND_AREA> area;
     PRESSED_VIEW* view = nullptr;
+    std::unique_ptr<QDialog> dialog;
 };

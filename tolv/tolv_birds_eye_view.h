@@ -112,6 +112,8 @@ protected:
     void mousePressEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;
+    /// The second press of two counts like any other.
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
 
 private:
     void focus_by_rect(const QPoint& start);

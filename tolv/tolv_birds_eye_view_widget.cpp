@@ -32,6 +32,76 @@ QRect get_grown(const QRect& rect, int margin)
 {
     return rect.adjusted(-margin, -margin, margin, margin);
 }
+
+/// The rectangle grown to the right and downwards to five pixels at least.
+QRect get_overlay_rect(const QRect& rect)
+{
+    return rect.united(tolv_make_rect(rect.left(), rect.top(), rect.left() + SMALLEST_OVERLAY_SPAN,
+                                      rect.top() + SMALLEST_OVERLAY_SPAN));
+}
+
+/// Sets the brush of the overlay.
+void set_overlay_brush(QPainter& painter, const QWidget& widget)
+{
+    QColor color = widget.palette().color(QPalette::Highlight);
+    color.setAlpha(OVERLAY_ALPHA);
+    painter.setBrush(color);
+}
+
+/// Width by height of an overview, 0 for one that has no area.
+double get_aspect_ratio(const QSize& size)
+{
+    return size.isEmpty() ? 0.0 : double(size.width()) / double(size.height());
+}
+
+/// Scrolls by so many pixels of an overview of that length.
+void scroll_by_overview(QScrollBar& bar, int distance, int length)
+{
+    if (length <= 0)
+        return;
+    const int extent = bar.maximum() - bar.minimum() + bar.pageStep();
+    bar.setValue(bar.value() + tolv_truncate(float(distance) * float(extent) / float(length)));
+}
+
+/// A press on an overview, in coordinates of the overlay: the left button begins to drag the overlay. True where it is
+/// the right button, with which a rectangle is to be drawn.
+/// @param last_point takes the point from which the next move scrolls
+bool press_overview(QWidget& overview, const QMouseEvent& e, const QRect& focus_rect, QPoint& last_point)
+{
+    if (e.button() == Qt::RightButton)
+    {
+        overview.setCursor(Qt::SizeAllCursor);
+        return true;
+    }
+    if (e.button() != Qt::LeftButton)
+        return false;
+    const QPoint position = tolv_get_local_position(e);
+    const bool is_in_overlay = focus_rect.contains(position);
+    if (is_in_overlay)
+        overview.setCursor(Qt::ClosedHandCursor);
+    // From outside of the overlay, the next move brings its centre to the pointer.
+    last_point = is_in_overlay ? position : focus_rect.center();
+    return false;
+}
+
+/// A move over an overview. With exactly the left button it scrolls.
+/// @param area what the overview is of; null for nothing to scroll
+void move_over_overview(QWidget& overview, const QMouseEvent& e, QAbstractScrollArea* area, QPoint& last_point)
+{
+    if (e.buttons() != Qt::LeftButton)
+    {
+        overview.setCursor(Qt::OpenHandCursor);
+        return;
+    }
+    overview.setCursor(Qt::ClosedHandCursor);
+    const QPoint position = tolv_get_local_position(e);
+    const QPoint distance = position - last_point;
+    last_point = position;
+    if (area == nullptr)
+        return;
+    scroll_by_overview(*area->horizontalScrollBar(), distance.x(), overview.width());
+    scroll_by_overview(*area->verticalScrollBar(), distance.y(), overview.height());
+}
 } // namespace
 
 // ---- In common ------------------------------------------------------------------------------------------------------
@@ -55,37 +125,6 @@ QRect tolv_get_scene_bounds(const QRectF& scene_rect)
 {
     return tolv_make_rect(tolv_round(scene_rect.left()), tolv_round(scene_rect.top()),
                           tolv_round(scene_rect.right()) - 1, tolv_round(scene_rect.bottom()) - 1);
-}
-
-QRect tolv_get_overlay_rect(const QRect& rect)
-{
-    return rect.united(tolv_make_rect(rect.left(), rect.top(), rect.left() + SMALLEST_OVERLAY_SPAN,
-                                      rect.top() + SMALLEST_OVERLAY_SPAN));
-}
-
-void tolv_set_overlay_brush(QPainter& painter, const QWidget& widget)
-{
-    QColor color = widget.palette().color(QPalette::Highlight);
-    color.setAlpha(OVERLAY_ALPHA);
-    painter.setBrush(color);
-}
-
-double tolv_get_aspect_ratio(const QSize& size)
-{
-    return size.isEmpty() ? 0.0 : double(size.width()) / double(size.height());
-}
-
-void tolv_scroll_by_overview(QAbstractScrollArea& area, const QPoint& distance, const QSize& overview_size)
-{
-    const auto scroll = [](QScrollBar* bar, int delta, int length)
-    {
-        if (length <= 0)
-            return;
-        const int extent = bar->maximum() - bar->minimum() + bar->pageStep();
-        bar->setValue(bar->value() + tolv_truncate(float(delta) * float(extent) / float(length)));
-    };
-    scroll(area.horizontalScrollBar(), distance.x(), overview_size.width());
-    scroll(area.verticalScrollBar(), distance.y(), overview_size.height());
 }
 
 // ---- Of a view ------------------------------------------------------------------------------------------------------
@@ -153,7 +192,7 @@ QRect TOLV_BIRDS_EYE_VIEW_WIDGET::compute_focus_rect() const
     const QPoint offset = get_offset();
     const auto get_x = [&](int x) { return tolv_truncate(float(x) * get_scale_x() + float(offset.x())); };
     const auto get_y = [&](int y) { return tolv_truncate(float(y) * get_scale_y() + float(offset.y())); };
-    return tolv_get_overlay_rect(
+    return get_overlay_rect(
         tolv_make_rect(get_x(visible.left()), get_y(visible.top()), get_x(visible.right()), get_y(visible.bottom())));
 }
 
@@ -181,25 +220,14 @@ void TOLV_BIRDS_EYE_VIEW_WIDGET::paint_focus_rect()
 {
     m_focus_rect = compute_focus_rect();
     QPainter painter(this);
-    tolv_set_overlay_brush(painter, *this);
+    set_overlay_brush(painter, *this);
     painter.drawRect(m_focus_rect.adjusted(0, 0, -1, -1)); // the outline adds one pixel
 }
 
 void TOLV_BIRDS_EYE_VIEW_WIDGET::mousePressEvent(QMouseEvent* e)
 {
-    const QPoint position = tolv_get_local_position(*e);
-    if (e->button() == Qt::RightButton)
-    {
-        setCursor(Qt::SizeAllCursor);
-        zoom_by_rect(position);
-        return;
-    }
-    if (e->button() != Qt::LeftButton)
-        return;
-    if (m_focus_rect.contains(position))
-        setCursor(Qt::ClosedHandCursor);
-    // From outside of the overlay, the next move brings its centre to the pointer.
-    m_last_point = m_focus_rect.contains(position) ? position : m_focus_rect.center();
+    if (press_overview(*this, *e, m_focus_rect, m_last_point))
+        zoom_by_rect(tolv_get_local_position(*e));
 }
 
 /// The drag runs a nested event loop, in which anything here can go away.
@@ -208,7 +236,7 @@ void TOLV_BIRDS_EYE_VIEW_WIDGET::zoom_by_rect(const QPoint& start)
     if (m_source_view == nullptr)
         return;
     const QPointer<TOLV_BIRDS_EYE_VIEW_WIDGET> self(this);
-    const QRect rect = TOLV_DRAG_TRACKER::track_rect(this, start, nullptr, tolv_get_aspect_ratio(get_size()));
+    const QRect rect = TOLV_DRAG_TRACKER::track_rect(this, start, nullptr, get_aspect_ratio(get_size()));
     if (self == nullptr || m_source_view == nullptr || m_scroll_area == nullptr || !rect.isValid())
         return;
     m_focus_rect = rect;
@@ -227,17 +255,7 @@ void TOLV_BIRDS_EYE_VIEW_WIDGET::zoom_by_rect(const QPoint& start)
 
 void TOLV_BIRDS_EYE_VIEW_WIDGET::mouseMoveEvent(QMouseEvent* e)
 {
-    if (e->buttons() != Qt::LeftButton)
-    {
-        setCursor(Qt::OpenHandCursor);
-        return;
-    }
-    setCursor(Qt::ClosedHandCursor);
-    const QPoint position = tolv_get_local_position(*e);
-    const QPoint distance = position - m_last_point;
-    m_last_point = position;
-    if (m_scroll_area != nullptr)
-        tolv_scroll_by_overview(*m_scroll_area, distance, size());
+    move_over_overview(*this, *e, m_scroll_area, m_last_point);
 }
 
 void TOLV_BIRDS_EYE_VIEW_WIDGET::mouseReleaseEvent(QMouseEvent* /*e*/)
@@ -288,7 +306,7 @@ QSize TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::sizeHint() const
 
 void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::set_focus_rect(const QRectF& scene_rect)
 {
-    const QRect rect = tolv_get_overlay_rect(mapFromScene(scene_rect).boundingRect());
+    const QRect rect = get_overlay_rect(mapFromScene(scene_rect).boundingRect());
     if (rect == m_focus_rect)
         return;
     viewport()->update(get_grown(m_focus_rect, UPDATE_MARGIN));
@@ -304,7 +322,7 @@ QRect TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::get_focus_rect() const
 void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::paint_focus_rect()
 {
     QPainter painter(viewport());
-    tolv_set_overlay_brush(painter, *this);
+    set_overlay_brush(painter, *this);
     painter.drawRect(m_focus_rect);
     painter.end();
     // One paint more where it has moved; none for one that stands still, as that would never come to an end.
@@ -341,18 +359,8 @@ void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::paintEvent(QPaintEvent* e)
 
 void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::mousePressEvent(QMouseEvent* e)
 {
-    const QPoint position = tolv_get_local_position(*e);
-    if (e->button() == Qt::RightButton)
-    {
-        setCursor(Qt::SizeAllCursor);
-        focus_by_rect(position);
-        return;
-    }
-    if (e->button() != Qt::LeftButton)
-        return;
-    if (m_focus_rect.contains(position))
-        setCursor(Qt::ClosedHandCursor);
-    m_last_point = m_focus_rect.contains(position) ? position : m_focus_rect.center();
+    if (press_overview(*this, *e, m_focus_rect, m_last_point))
+        focus_by_rect(tolv_get_local_position(*e));
 }
 
 /// The drag runs a nested event loop, in which anything here can go away.
@@ -361,31 +369,26 @@ void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::focus_by_rect(const QPoint& start)
     if (m_source_graphics_scene == nullptr)
         return;
     const QPointer<TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET> self(this);
-    const QRect rect = TOLV_DRAG_TRACKER::track_rect(viewport(), start, nullptr, tolv_get_aspect_ratio(get_size()));
+    const QRect rect = TOLV_DRAG_TRACKER::track_rect(viewport(), start, nullptr, get_aspect_ratio(get_size()));
     if (self == nullptr || m_source_graphics_view == nullptr || rect == QRect()) // the last one: cancelled
         return;
     const QRect old_focus_rect = m_focus_rect;
-    m_source_graphics_view->focus_on_scene_rect(mapToScene(tolv_get_overlay_rect(rect)).boundingRect());
+    m_source_graphics_view->focus_on_scene_rect(mapToScene(get_overlay_rect(rect)).boundingRect());
     if (self != nullptr)
         viewport()->update(get_grown(old_focus_rect, 1));
 }
 
 void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::mouseMoveEvent(QMouseEvent* e)
 {
-    if (e->buttons() != Qt::LeftButton)
-    {
-        setCursor(Qt::OpenHandCursor);
-        return;
-    }
-    setCursor(Qt::ClosedHandCursor);
-    const QPoint position = tolv_get_local_position(*e);
-    const QPoint distance = position - m_last_point;
-    m_last_point = position;
-    if (m_source_graphics_view != nullptr)
-        tolv_scroll_by_overview(*m_source_graphics_view, distance, size());
+    move_over_overview(*this, *e, m_source_graphics_view, m_last_point);
 }
 
 void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::mouseReleaseEvent(QMouseEvent* /*e*/)
 {
     setCursor(Qt::ArrowCursor);
+}
+
+void TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET::mouseDoubleClickEvent(QMouseEvent* e)
+{
+    mousePressEvent(e);
 }

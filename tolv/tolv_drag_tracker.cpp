@@ -362,6 +362,7 @@ bool TOLV_DRAG_TRACKER::eventFilter(QObject* watched, QEvent* event)
             mouseReleaseEvent(static_cast<QMouseEvent*>(event));
         break;
     case QEvent::Paint:
+    case QEvent::UpdateRequest: // by which a window has itself and its children painted
         return false;
     default:
         break;
@@ -393,16 +394,32 @@ void TOLV_DRAG_TRACKER::mouseMoveEvent(QMouseEvent* event)
     m_last_point = point;
 }
 
+/// Views take no focus, so that the keys mostly go to their scroll area; where nothing has it, to the window.
+void TOLV_DRAG_TRACKER::watch_focus_widget()
+{
+    if (m_key_widget != nullptr)
+        m_key_widget->removeEventFilter(this);
+    m_key_widget = QApplication::focusWidget();
+    if (m_key_widget == nullptr && m_widget != nullptr)
+        m_key_widget = m_widget->window();
+    if (m_key_widget == m_widget)
+        m_key_widget = nullptr;
+    if (m_key_widget != nullptr)
+        m_key_widget->installEventFilter(this);
+}
+
 void TOLV_DRAG_TRACKER::run()
 {
     watch_focus_widget();
+    TOLV_SAFE_CONNECT(QCoreApplication::instance(), SIGNAL(focusChanged(QWidget*, QWidget*)), this,
+                      SLOT(watch_focus_widget()));
     TOLV_INTERACTION_LOOP loop(m_widget, this);
     m_event_loop = &loop;
     if (!loop.run())
         m_callback->m_cancelled = true;
     m_event_loop = nullptr;
-    if (m_focus_widget != nullptr)
-        m_focus_widget->removeEventFilter(this);
+    if (m_key_widget != nullptr)
+        m_key_widget->removeEventFilter(this);
 }
 
 bool TOLV_DRAG_TRACKER::is_under_way() const
@@ -417,16 +434,6 @@ bool TOLV_DRAG_TRACKER::filter_key(QEvent* event)
     if (event->type() != QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         cancel();
     return true;
-}
-
-/// Views take no focus, so that the keys mostly go to their scroll area.
-void TOLV_DRAG_TRACKER::watch_focus_widget()
-{
-    m_focus_widget = QApplication::focusWidget();
-    if (m_focus_widget == m_widget)
-        m_focus_widget = nullptr;
-    if (m_focus_widget != nullptr)
-        m_focus_widget->installEventFilter(this);
 }
 
 /// Adds to the lesser coordinate what the greater distance asks for, truncated.

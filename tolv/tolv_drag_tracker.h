@@ -108,9 +108,10 @@ private:
 /// A modal drag on any widget, and the handles by which rectangles are resized.
 ///
 /// track() and track_rect() are called with a mouse button held, usually from the handler of the press. They return when
-/// the drag is over: a button is released, Escape is pressed, or the widget is hidden or deleted. Meanwhile a nested event
-/// loop runs, so that the caller has to expect timers and posted events; of the events of the widget itself only paint
-/// events reach it. Keys reach nothing, whether the widget or another one in its window has the focus.
+/// the drag is over: a button is released, Escape is pressed, the widget is hidden or deleted, or a modal dialog opens
+/// over it. Meanwhile a nested event loop runs, so that the caller has to expect timers and posted events; of the events
+/// of the widget itself only paint events reach it. Keys reach nothing, whichever widget of the application has the focus.
+/// For a widget that is not visible the drag is cancelled at once.
 ///
 /// A host draws the handles of its selection by draw_resize_handles(), shows get_cursor() over them, asks hit_handle() at
 /// a press, and hands the fixed points that it gives to track_rect().
@@ -184,11 +185,13 @@ protected:
     /// Tells the callback of the move, whichever buttons are held.
     virtual void mouseMoveEvent(QMouseEvent* event);
 
+private slots:
+    void watch_focus_widget();
+
 private:
     void run();
     bool is_under_way() const;
     bool filter_key(QEvent* event);
-    void watch_focus_widget();
     QPoint correct_aspect_ratio(QPoint point) const;
     void cancel();
 
@@ -197,5 +200,5 @@ private:
     TOLV_DRAG_TRACKER_CALLBACK* m_callback;
     QPoint m_last_point;
     double m_aspect_ratio;
-    QPointer<QWidget> m_focus_widget; ///< another widget, which gets the keys
+    QPointer<QWidget> m_key_widget; ///< another widget, which gets the keys
 };

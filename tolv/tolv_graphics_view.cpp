@@ -94,6 +94,7 @@ void TOLV_GRAPHICS_VIEW::preset_bev_transform(const QTransform& transform, bool 
     TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET* const overview = m_birds_eye_view->get_graphics_view_widget();
     overview->setTransform(transform, combine);
     overview->set_default_transform(overview->transform());
+    viewport()->update(); // which tells the overview where the visible part now is
 }
 
 void TOLV_GRAPHICS_VIEW::combine_with_default_bev_transform(const QTransform& transform)
@@ -103,6 +104,7 @@ void TOLV_GRAPHICS_VIEW::combine_with_default_bev_transform(const QTransform& tr
         return;
     TOLV_BIRDS_EYE_GRAPHICS_VIEW_WIDGET* const overview = m_birds_eye_view->get_graphics_view_widget();
     overview->setTransform(overview->get_default_transform() * transform, false);
+    viewport()->update(); // as above
 }
 
 void TOLV_GRAPHICS_VIEW::update_birds_eye_view()

@@ -15,6 +15,8 @@ TOLV_INTERACTION_LOOP::TOLV_INTERACTION_LOOP(QWidget* widget, QObject* filter) :
 
 bool TOLV_INTERACTION_LOOP::run()
 {
+    if (!m_widget->isVisible())
+        return false; // no event would ever end it
     m_widget->installEventFilter(m_filter);
     QCoreApplication::instance()->installEventFilter(this);
     exec();
@@ -29,11 +31,12 @@ bool TOLV_INTERACTION_LOOP::run()
 
 bool TOLV_INTERACTION_LOOP::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool is_hidden = event->type() == QEvent::Hide && watched == m_widget;
+    const bool is_cut_off =
+        watched == m_widget && (event->type() == QEvent::Hide || event->type() == QEvent::WindowBlocked);
     const bool is_to_be_deleted = event->type() == QEvent::DeferredDelete && contains_widget(watched);
     if (is_to_be_deleted)
         m_to_delete << watched;
-    if (is_hidden || is_to_be_deleted)
+    if (is_cut_off || is_to_be_deleted)
     {
         m_is_broken = true;
         exit(0);

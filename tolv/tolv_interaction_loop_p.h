@@ -8,9 +8,10 @@
 /// The nested event loop of one mouse interaction: a rectangle track, a gesture, a zoom drag, the magnifying glass. The
 /// interaction is an event filter on a widget and ends the loop by exit().
 ///
-/// The loop also ends when the widget goes away in the middle: hidden, by itself or with its window, or deleted. It sees
-/// this before the filter does, so that a filter that consumes all events cannot hold it up. From then on, as after
-/// exit(), isRunning() is false although run() may not have returned yet, and the filter has to let events pass.
+/// The loop also ends when the widget goes away in the middle: hidden, by itself or with its window, or deleted; and when
+/// a modal dialog cuts its window off from the mouse, as the release would never come. It sees this before the filter
+/// does, so that a filter that consumes all events cannot hold it up. From then on, as after exit(), isRunning() is false
+/// although run() may not have returned yet, and the filter has to let events pass.
 ///
 /// A deleteLater() of the widget, or of what it stands in, is put off until the callers of run() have returned to their
 /// own event loop: Qt and the scroll area are still at work on the press that began the interaction.
@@ -23,7 +24,7 @@ public:
     TOLV_INTERACTION_LOOP(QWidget* widget, QObject* filter);
 
     /// Installs the filter, runs until the end and removes the filter. True where the interaction ended the loop, false
-    /// where the widget went away or is about to.
+    /// where the widget went away, is about to, or was cut off. A widget that is not visible is away from the beginning.
     bool run();
 
 protected:
