@@ -221,6 +221,20 @@ TEST_F(SUPPORT_DRIVER_TEST, hovering_enters_moves_and_leaves)
     EXPECT_EQ("leave", pad->log.last());
 }
 
+TEST_F(SUPPORT_DRIVER_TEST, a_pointer_that_is_placed_has_been_told_of_at_once_and_leaves_nothing_behind)
+{
+    for (int x = 10; x < 60; x += 10)
+    {
+        GUI_DRIVER::place_pointer(pad->mapToGlobal(QPoint(x, 30)));
+        ASSERT_FALSE(pad->moves.isEmpty());
+        EXPECT_EQ(QPoint(x, 30), pad->moves.last());
+    }
+    EXPECT_EQ((QStringList{"enter"}), pad->log);
+    GUI_DRIVER::place_pointer(window->mapToGlobal(QPoint(390, 190)));
+    EXPECT_EQ((QStringList{"enter", "leave"}), pad->log);
+    EXPECT_EQ(QPoint(50, 30), pad->moves.last());
+}
+
 TEST_F(SUPPORT_DRIVER_TEST, the_cursor_is_where_the_pointer_is_already_in_the_handler)
 {
     GUI_DRIVER::hover(pad, QPoint(50, 50));

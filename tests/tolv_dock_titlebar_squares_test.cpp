@@ -1,7 +1,6 @@
 #include "tolv_dock_titlebar_fixture.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTest>
@@ -190,7 +189,7 @@ TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, a_hit_shows_the_buttons_tool_tip_and_a_m
     } rows[] = {{190, "Close"}, {175, "Detach"}, {161, "Auto Hide"}, {147, "Open Menu"}};
     for (const auto& row : rows)
     {
-        QCursor::setPos(200, 150);
+        GUI_DRIVER::place_pointer(QPoint(200, 150));
         hit(row.x, 14, LYING);
         EXPECT_TRUE(QToolTip::isVisible());
         EXPECT_EQ(QLatin1String(row.text), QToolTip::text());

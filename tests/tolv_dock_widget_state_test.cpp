@@ -1,7 +1,5 @@
 #include "tolv_dock_fixture.h"
 
-#include <QCursor>
-
 // The life of dock windows: docked, unpinned, floating, closed.
 
 namespace
@@ -215,7 +213,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_hiding_looks_every_half_second_while_the
     ASSERT_TRUE(show());
     unpin(dock);
     GUI_DRIVER::click(dock->m_button);
-    QCursor::setPos(dock->mapToGlobal(QPoint(50, 50)));
+    GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(50, 50)));
     dock->delay_tick();
     EXPECT_TRUE(dock->isVisible());
     ASSERT_TRUE(dock->m_delay_timer->isActive());
@@ -224,13 +222,11 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_hiding_looks_every_half_second_while_the
 
     // Out of it, but within the 3 pixels. From here the mouse goes on without leaving the window, which would stop it.
     GUI_DRIVER::hover(m_window->centralWidget());
-    QCursor::setPos(dock->mapToGlobal(QPoint(dock->width() + 2, 50)));
+    GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(dock->width() + 2, 50)));
     dock->delay_tick();
     EXPECT_TRUE(dock->isVisible());
     ASSERT_TRUE(dock->m_delay_timer->isActive());
-    QCursor::setPos(dock->mapToGlobal(QPoint(dock->width() + 50, 50)));
-    ASSERT_TRUE(dock->m_delay_timer->isActive());
-    ASSERT_TRUE(dock->isVisible());
+    GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(dock->width() + 50, 50)));
     EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return dock->isHidden(); }));
     EXPECT_FALSE(dock->m_button->isChecked());
     EXPECT_FALSE(dock->m_delay_timer->isActive());
@@ -242,7 +238,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_hiding_goes_on_looking_at_a_pinned_windo
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show());
-    QCursor::setPos(m_window->centralWidget()->mapToGlobal(m_window->centralWidget()->rect().center()));
+    GUI_DRIVER::place_pointer(m_window->centralWidget()->mapToGlobal(m_window->centralWidget()->rect().center()));
     dock->delay_tick();
     EXPECT_TRUE(dock->isVisible());
     EXPECT_TRUE(dock->m_delay_timer->isActive());
@@ -254,7 +250,7 @@ TEST_F(TOLV_DOCK_WIDGET_STATE_TEST, the_hiding_of_a_window_without_a_button_need
     ASSERT_TRUE(show());
     dock->set_is_pinned(false);
     dock->show();
-    QCursor::setPos(dock->mapToGlobal(QPoint(dock->width() + 50, 50)));
+    GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(dock->width() + 50, 50)));
     dock->delay_tick();
     EXPECT_TRUE(dock->isHidden());
 }

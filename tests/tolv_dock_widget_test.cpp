@@ -4,7 +4,6 @@
 #include "tolv_dock_fixture.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QMenu>
 #include <QProxyStyle>
 #include <QStyleOptionFrame>
@@ -348,10 +347,11 @@ TEST_F(TOLV_DOCK_WIDGET_TEST, the_mouse_is_within_a_window_on_the_left_or_top_up
         SCOPED_TRACE(area);
         TEST_DOCK* const dock = add_dock("Messages", area);
         ASSERT_TRUE(show());
+        GUI_DRIVER::process_posted(); // its title turns with the first painting
         EXPECT_EQ(area, dock->m_area);
         const auto is_within = [&](int x, int y, int margin)
         {
-            QCursor::setPos(dock->mapToGlobal(QPoint(x, y)));
+            GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(x, y)));
             return dock->is_within_widget(margin);
         };
         const int right = dock->width() - 1;
@@ -377,9 +377,10 @@ TEST_F(TOLV_DOCK_WIDGET_TEST, the_mouse_is_within_a_window_on_the_right_or_botto
         SCOPED_TRACE(area);
         TEST_DOCK* const dock = add_dock("Messages", area);
         ASSERT_TRUE(show());
+        GUI_DRIVER::process_posted(); // its title turns with the first painting
         const auto is_within = [&](int x, int y, int margin)
         {
-            QCursor::setPos(dock->mapToGlobal(QPoint(x, y)));
+            GUI_DRIVER::place_pointer(dock->mapToGlobal(QPoint(x, y)));
             return dock->is_within_widget(margin);
         };
         EXPECT_TRUE(is_within(5, 5, 3));

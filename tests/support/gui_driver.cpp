@@ -1,5 +1,7 @@
 #include "gui_driver.h"
 
+#include "x11_pointer.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QDragEnterEvent>
@@ -95,7 +97,8 @@ bool is_offscreen()
 }
 
 /// Under a window system the pointer is the system's own, and a move of it while a button is held only in our events
-/// would come back as a move without buttons.
+/// would come back as a move without buttons. The system tells of the move later than it makes it: all of it is waited
+/// for, because what came behind the driver's own events would lead the pointer away again.
 void set_cursor(const QPoint& global_position)
 {
     if (is_offscreen())
@@ -110,6 +113,8 @@ void set_cursor(const QPoint& global_position)
     timer.start();
     while (QCursor::pos() != global_position && timer.elapsed() < 500)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        X11_POINTER::wait_for_events();
 }
 
 void deliver_pending()
@@ -308,6 +313,12 @@ void GUI_DRIVER::hover(QWidget* widget, const QPoint& position, TEST_PLACE place
         ADD_FAILURE_AT(place.file, place.line) << "a button is held";
     else
         move_to(widget, position, Qt::NoModifier, place);
+}
+
+void GUI_DRIVER::place_pointer(const QPoint& screen_position)
+{
+    set_cursor(screen_position);
+    QCoreApplication::processEvents();
 }
 
 void GUI_DRIVER::press(QWidget* widget, const QPoint& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,

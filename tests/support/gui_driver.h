@@ -71,6 +71,10 @@ public:
     static void hover(QWidget* widget, TEST_PLACE place = TEST_PLACE::here());
     static void hover(QWidget* widget, const QPoint& position, TEST_PLACE place = TEST_PLACE::here());
 
+    /// Puts the pointer anywhere on the screen with no button held, and has whatever lies below it told as the platform
+    /// does it.
+    static void place_pointer(const QPoint& screen_position);
+
     /// Moves there and presses a button, which stays held.
     static void press(QWidget* widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton,
                       Qt::KeyboardModifiers modifiers = Qt::NoModifier, TEST_PLACE place = TEST_PLACE::here());

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractNativeEventFilter>
+#include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QPoint>
+#include <QTimer>
+#include <QWindow>
 
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
@@ -78,6 +83,56 @@ std::uint8_t get_button_number(Qt::MouseButton button)
         return 3;
     return button == Qt::MiddleButton ? 2 : 1;
 }
+
+/// Takes out a message that a test sends to the application, which comes in behind all events before it.
+class MESSAGE_WATCH_FILTER : public QAbstractNativeEventFilter
+{
+public:
+    explicit MESSAGE_WATCH_FILTER(xcb_atom_t type) : m_type(type)
+    {
+        qApp->installNativeEventFilter(this);
+    }
+
+    bool nativeEventFilter(const QByteArray&, void* message, long*) override
+    {
+        constexpr std::uint8_t SENT = 0x80; // set in events that come from other clients
+        const auto* const event = static_cast<const xcb_client_message_event_t*>(message);
+        if ((event->response_type & ~SENT) != XCB_CLIENT_MESSAGE || event->type != m_type)
+            return false;
+        m_has_come = true;
+        return true;
+    }
+    bool has_come() const
+    {
+        return m_has_come;
+    }
+
+private:
+    xcb_atom_t m_type;
+    bool m_has_come = false;
+};
+
+xcb_atom_t get_atom(xcb_connection_t* connection, const char* name)
+{
+    const xcb_intern_atom_cookie_t cookie =
+        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    xcb_intern_atom_reply_t* const reply = xcb_intern_atom_reply(connection, cookie, nullptr);
+    const xcb_atom_t atom = reply != nullptr ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+    free(reply);
+    return atom;
+}
+
+/// A window of the application that the server knows; 0 for none.
+xcb_window_t get_any_window()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow* const window : windows)
+    {
+        if (window->handle() != nullptr)
+            return static_cast<xcb_window_t>(window->winId());
+    }
+    return XCB_WINDOW_NONE;
+}
 } // namespace
 
 void X11_POINTER::move_to(const QPoint& position)
@@ -100,6 +155,33 @@ void X11_POINTER::click(const QPoint& position, Qt::MouseButton button)
     move_to(position);
     press(button);
     release(button);
+}
+
+void X11_POINTER::wait_for_events()
+{
+    constexpr int TIMEOUT = 5000; // milliseconds
+    xcb_connection_t* const connection = get_connection();
+    const xcb_window_t window = get_any_window();
+    if (connection == nullptr || window == XCB_WINDOW_NONE)
+        return; // nobody is told anything
+    xcb_client_message_event_t message;
+    std::memset(&message, 0, sizeof(message));
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = get_atom(connection, "TOLV_TEST_MARK");
+    const MESSAGE_WATCH_FILTER filter(message.type);
+    xcb_send_event(connection, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    xcb_flush(connection);
+
+    QTimer tick; // so that the event loop returns although nothing comes
+    tick.start(2);
+    const QDeadlineTimer deadline(TIMEOUT);
+    while (!filter.has_come() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    if (!filter.has_come())
+        ADD_FAILURE() << "the X server has not sent a message back within " << TIMEOUT << " ms";
+    QCoreApplication::processEvents(); // what came before the message may wait to be delivered
 }
 
 QPoint X11_POINTER::get_window_position(std::uintptr_t window)
