@@ -6,10 +6,12 @@
 #include "gui_test.h"
 #include "module_recorder.h"
 #include "tolv_font.h"
+#include "tolv_gdi_manager.h"
 #include "tolv_main_window.h"
 
 #include <QDockWidget>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QLineEdit>
 
 #include <memory>
@@ -26,6 +28,19 @@ public:
     std::string get_help_topic_string() override
     {
         return "Pump bar";
+    }
+};
+
+/// Takes keys that what lies in it leaves over.
+class KEY_TAKER : public QWidget
+{
+public:
+    QList<int> m_keys;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        m_keys << event->key();
     }
 };
 
@@ -86,6 +101,16 @@ protected:
 };
 } // namespace
 
+// ---- Without an application -----------------------------------------------------------------------------------------
+
+TEST(TOLV_TOOL_BAR_CHOICE, without_a_screen_icons_are_large_and_nothing_is_stored)
+{
+    ASSERT_EQ(nullptr, QGuiApplication::primaryScreen());
+    EXPECT_TRUE(TOLV_TOOL_BAR::get_large_icon_setting(nullptr));
+    const CFGQ_REGISTRY_KEY key(CFGQ_REGISTRY_KEY::SUB_KEY_TOOL_BARS);
+    EXPECT_FALSE(key.get_value(QString::fromLatin1(CFGQ_TOLV_TOOLBAR_LARGE_ICONS), nullptr));
+}
+
 // ---- Icons ----------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_TOOL_BAR_TEST, small_icons_are_a_line_high_and_large_ones_half_as_high_again)
@@ -98,6 +123,21 @@ TEST_F(TOLV_TOOL_BAR_TEST, small_icons_are_a_line_high_and_large_ones_half_as_hi
     EXPECT_EQ(get_small_size(), bar.iconSize());
     EXPECT_EQ(QVariant(false), get_stored());
     EXPECT_EQ(59, CFGQ_REGISTRY_KEY::SUB_KEY_TOOL_BARS);
+}
+
+TEST_F(TOLV_TOOL_BAR_TEST, the_height_is_that_of_the_gui_font_and_half_a_pixel_is_cut_off)
+{
+    QFont* const font = TOLV_GDI_MANAGER::get_instance()->get_font(TOLV_GUI_FONT, nullptr, nullptr);
+    const QFont usual = *font;
+    int size = 30;
+    for (font->setPixelSize(size); QFontMetrics(*font).height() % 2 == 0; font->setPixelSize(size))
+        ++size;
+    const int height = QFontMetrics(*font).height();
+    TOLV_TOOL_BAR bar;
+    EXPECT_EQ(QSize(height, height), bar.iconSize());
+    bar.set_large_icons(true);
+    EXPECT_EQ(QSize(height + height / 2, height + height / 2), bar.iconSize());
+    *font = usual;
 }
 
 TEST_F(TOLV_TOOL_BAR_TEST, a_new_bar_takes_the_stored_choice)
@@ -219,6 +259,23 @@ TEST_F(TOLV_TOOL_BAR_TEST, the_key_shows_help_on_the_topic_and_other_keys_do_not
     EXPECT_EQ((TOPICS{}), recorder.take_topics());
     GUI_DRIVER::key_click(&bar, Qt::Key_F1);
     EXPECT_EQ((TOPICS{"Pump bar"}), recorder.take_topics());
+}
+
+TEST_F(TOLV_TOOL_BAR_TEST, other_keys_are_left_to_what_lies_around_the_bar)
+{
+    MODULE_RECORDER recorder;
+    KEY_TAKER window;
+    window.resize(300, 100);
+    TOLV_TOOL_BAR bar(&window);
+    bar.resize(200, 40);
+    bar.setFocusPolicy(Qt::StrongFocus);
+    ASSERT_TRUE(GUI_DRIVER::show(&window));
+    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Space, Qt::Key_F1, Qt::Key_Help})
+        GUI_DRIVER::key_click(&bar, key);
+    EXPECT_EQ((QList<int>{Qt::Key_F2, Qt::Key_Space, Qt::Key_Help}), window.m_keys);
+    EXPECT_EQ((TOPICS{"Customize"}), recorder.take_topics());
+    GUI_DRIVER::key_click(&bar, Qt::Key_F1, Qt::ShiftModifier); // the key alone counts
+    EXPECT_EQ((TOPICS{"Customize"}), recorder.take_topics());
 }
 
 TEST_F(TOLV_TOOL_BAR_TEST, the_key_in_a_bar_of_a_window_shows_the_same_help)

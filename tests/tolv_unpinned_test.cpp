@@ -1,5 +1,6 @@
 // What the main window does with the dock windows that are not pinned.
 
+#include "gui_driver.h"
 #include "gui_test.h"
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button.h"
@@ -91,6 +92,19 @@ TEST_F(TOLV_UNPINNED_TEST, the_position_is_rounded)
     EXPECT_TRUE(dock->isHidden());
 }
 
+TEST_F(TOLV_UNPINNED_TEST, the_frame_of_a_window_belongs_to_it)
+{
+    TOLV_DOCK_WIDGET* const dock = add(Qt::LeftToolBarArea, PLACE);
+    dock->setWindowFlags(Qt::Window);
+    dock->setGeometry(QRect(300, 200, 200, 100));
+    dock->show();
+    ASSERT_TRUE(GUI_DRIVER::wait_for([dock] { return dock->frameGeometry().bottom() > dock->geometry().bottom(); }));
+    hide_at(dock->frameGeometry().bottomRight());
+    EXPECT_FALSE(dock->isHidden());
+    hide_at(dock->frameGeometry().bottomRight() + QPoint(0, 1));
+    EXPECT_TRUE(dock->isHidden());
+}
+
 TEST_F(TOLV_UNPINNED_TEST, a_pinned_window_stays)
 {
     TOLV_DOCK_WIDGET* const dock = add(Qt::LeftToolBarArea, PLACE);
@@ -112,6 +126,19 @@ TEST_F(TOLV_UNPINNED_TEST, all_sides_are_looked_at)
         EXPECT_TRUE(dock->isHidden());
 }
 
+TEST_F(TOLV_UNPINNED_TEST, the_sides_are_looked_at_left_right_top_bottom)
+{
+    QList<TOLV_DOCK_WIDGET*> docks; // in another order than they are expected in
+    for (const Qt::ToolBarArea area :
+         {Qt::BottomToolBarArea, Qt::LeftToolBarArea, Qt::TopToolBarArea, Qt::RightToolBarArea})
+        docks << add(area, PLACE);
+    QList<const QObject*> hidden;
+    for (const TOLV_DOCK_WIDGET* dock : qAsConst(docks))
+        QObject::connect(dock, &QDockWidget::visibilityChanged, dock, [&hidden, dock] { hidden << dock; });
+    hide_at(QPointF(300, 300));
+    EXPECT_EQ((QList<const QObject*>{docks[1], docks[3], docks[2], docks[0]}), hidden);
+}
+
 TEST_F(TOLV_UNPINNED_TEST, one_side_can_be_looked_at)
 {
     const TOLV_DOCK_WIDGET* const left = add(Qt::LeftToolBarArea, PLACE);
@@ -121,6 +148,7 @@ TEST_F(TOLV_UNPINNED_TEST, one_side_can_be_looked_at)
     EXPECT_FALSE(left->isHidden());
     EXPECT_TRUE(right->isHidden());
     m_window->hide_unpinned_widgets(&event, Qt::NoToolBarArea);
+    m_window->hide_unpinned_widgets(nullptr);
     EXPECT_FALSE(left->isHidden());
 }
 
