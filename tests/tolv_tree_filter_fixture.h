@@ -9,6 +9,7 @@
 #include <QStandardItemModel>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <vector>
@@ -71,14 +72,36 @@ public:
 
     bool move(NODE* from, int row, NODE* to, int before)
     {
-        if (!beginMoveRows(get_index(from), row, row, get_index(to), before))
+        return move(from, row, row, to, before);
+    }
+
+    /// Moves neighbours. False for a place within or beside themselves, and for one below them.
+    bool move(NODE* from, int first, int last, NODE* to, int before)
+    {
+        if (!beginMoveRows(get_index(from), first, last, get_index(to), before))
             return false;
-        std::unique_ptr<NODE> node = std::move(from->children[static_cast<std::size_t>(row)]);
-        from->children.erase(from->children.begin() + row);
-        node->parent = to;
-        to->children.insert(to->children.begin() + (from == to && before > row ? before - 1 : before), std::move(node));
+        std::vector<std::unique_ptr<NODE>> nodes;
+        for (int row = first; row <= last; ++row)
+        {
+            nodes.push_back(std::move(from->children[static_cast<std::size_t>(row)]));
+            nodes.back()->parent = to;
+        }
+        from->children.erase(from->children.begin() + first, from->children.begin() + last + 1);
+        const int place = from == to && before > last ? before - (last - first + 1) : before;
+        to->children.insert(to->children.begin() + place, std::make_move_iterator(nodes.begin()),
+                            std::make_move_iterator(nodes.end()));
         endMoveRows();
         return true;
+    }
+
+    /// Puts other rows in the place of all.
+    void reset(std::unique_ptr<NODE> root)
+    {
+        beginResetModel();
+        m_root.children = std::move(root->children);
+        for (const std::unique_ptr<NODE>& child : m_root.children)
+            child->parent = &m_root;
+        endResetModel();
     }
 
     void set_text(NODE* node, const QString& text, int column = 0)
@@ -154,7 +177,8 @@ private:
 /// All that a model shows, one line for a row, indented by its depth.
 inline void append_rows(const QAbstractItemModel& model, const QModelIndex& parent, int depth, QStringList& result)
 {
-    for (int row = 0; row < model.rowCount(parent); ++row)
+    const int count = model.columnCount(parent) > 0 ? model.rowCount(parent) : 0;
+    for (int row = 0; row < count; ++row)
     {
         const QModelIndex index = model.index(row, 0, parent);
         result.append(QString(depth, QLatin1Char('.')) + index.data().toString());
@@ -175,54 +199,44 @@ class PLAIN_FILTER : public QSortFilterProxyModel
 public:
     bool include_child = true;
     bool include_invisible_root_child = false;
+    QList<int> columns;
     mutable int count = 0;
 
     using QSortFilterProxyModel::invalidateFilter;
 
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override
     {
-        if (QSortFilterProxyModel::filterAcceptsRow(row, parent) || (include_invisible_root_child && !parent.isValid()))
+        if (does_match(row, parent) || (include_invisible_root_child && !parent.isValid()))
         {
             ++count;
             return true;
         }
         for (QModelIndex p = parent; include_child && p.isValid(); p = p.parent())
         {
-            if (QSortFilterProxyModel::filterAcceptsRow(p.row(), p.parent()))
+            if (does_match(p.row(), p.parent()))
                 return true;
         }
         return has_match_below(sourceModel()->index(row, 0, parent));
     }
 
 private:
+    bool does_match(int row, const QModelIndex& parent) const
+    {
+        if (QSortFilterProxyModel::filterAcceptsRow(row, parent))
+            return true;
+        QString text;
+        for (const int column : columns)
+            text += sourceModel()->index(row, column, parent).data().toString() + QLatin1Char(' ');
+        return !columns.isEmpty() && text.contains(filterRegularExpression());
+    }
+
     bool has_match_below(const QModelIndex& index) const
     {
         for (int row = 0; row < sourceModel()->rowCount(index); ++row)
         {
-            if (QSortFilterProxyModel::filterAcceptsRow(row, index) ||
-                has_match_below(sourceModel()->index(row, 0, index)))
+            if (does_match(row, index) || has_match_below(sourceModel()->index(row, 0, index)))
                 return true;
         }
         return false;
     }
 };
-
-/// What a filter with these settings should show, found anew.
-inline QStringList get_expected_rows(QAbstractItemModel& source, const QSortFilterProxyModel& filter,
-                                     bool include_child, bool include_invisible_root_child, int* count = nullptr)
-{
-    PLAIN_FILTER plain;
-    plain.include_child = include_child;
-    plain.include_invisible_root_child = include_invisible_root_child;
-    plain.setFilterKeyColumn(filter.filterKeyColumn());
-    plain.setFilterRegularExpression(filter.filterRegularExpression());
-    plain.setSourceModel(&source);
-    if (filter.sortColumn() >= 0)
-        plain.sort(filter.sortColumn(), filter.sortOrder());
-    plain.count = 0;
-    plain.invalidate();
-    QStringList result = get_rows(plain);
-    if (count != nullptr)
-        *count = plain.count;
-    return result;
-}

@@ -228,6 +228,33 @@ TEST_F(TREE_FILTER, columns_are_joined_in_list_order_each_with_a_blank_behind_it
     EXPECT_EQ(QStringList({"key"}), rows());
 }
 
+TEST_F(TREE_FILTER, a_fixed_text_or_a_wildcard_set_by_the_base_class_is_searched_in_the_joined_columns_too)
+{
+    add({"key", "a.b"});
+    add({"key2", "axb"});
+    m_model.insert_filter_column(1);
+    m_filter->setFilterFixedString(QStringLiteral("a.b"));
+    EXPECT_EQ(QStringList({"key"}), rows());
+    m_filter->setFilterWildcard(QStringLiteral("a*b"));
+    EXPECT_EQ(QStringList({"key", "key2"}), rows());
+    m_filter->setFilterWildcard(QStringLiteral("b*a"));
+    EXPECT_EQ(QStringList(), rows());
+    QStandardItem* a = add({"a"});
+    EXPECT_EQ(QStringList(), rows());
+    add(a, {"c", "b x a"});
+    EXPECT_EQ(QStringList({"a", ".c"}), rows()) << "and the rules hold while the source changes";
+    m_filter->regexp_filter(QStringLiteral("key2"));
+    EXPECT_EQ(QStringList({"key2"}), rows());
+}
+
+TEST_F(TREE_FILTER, a_pattern_can_be_set_as_a_text)
+{
+    add({"ab"});
+    add({"a.b"});
+    m_filter->setFilterRegularExpression(QStringLiteral("^a.$"));
+    EXPECT_EQ(QStringList({"ab"}), rows());
+}
+
 TEST_F(TREE_FILTER, signals_come_in_their_order)
 {
     add({"a"});

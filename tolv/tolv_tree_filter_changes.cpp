@@ -56,6 +56,12 @@ void TOLV_TREE_FILTER_CHANGES::hear_after(QAbstractItemModel* source)
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsInserted(QModelIndex, int, int)), this,
                       SLOT(end_insertion(QModelIndex, int, int)));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(end_removal(QModelIndex)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(columnsInserted(QModelIndex, int, int)), this,
+                      SLOT(end_column_change(QModelIndex, int)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(columnsRemoved(QModelIndex, int, int)), this,
+                      SLOT(end_column_change(QModelIndex, int)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)), this,
+                      SLOT(end_column_move(QModelIndex, int, int, QModelIndex, int)));
 }
 
 void TOLV_TREE_FILTER_CHANGES::leave(QAbstractItemModel* source)
@@ -137,6 +143,22 @@ void TOLV_TREE_FILTER_CHANGES::end_removal(const QModelIndex& parent)
     m_is_removing_match = false;
 }
 
+// The base class does not look at rows whose cells have changed places.
+void TOLV_TREE_FILTER_CHANGES::end_column_change(const QModelIndex& parent, int first)
+{
+    if (is_filtered() && may_search_from(first) && m_proxy.sourceModel()->rowCount(parent) > 0)
+        m_filtering.filter_again();
+}
+
+void TOLV_TREE_FILTER_CHANGES::end_column_move(const QModelIndex& from, int first, int last, const QModelIndex& to,
+                                               int before)
+{
+    Q_UNUSED(last)
+    end_column_change(from, from == to ? std::min(first, before) : first);
+    if (from != to)
+        end_column_change(to, before);
+}
+
 void TOLV_TREE_FILTER_CHANGES::note_removed_rows()
 {
     m_has_removed_rows = true;
@@ -146,8 +168,17 @@ void TOLV_TREE_FILTER_CHANGES::note_removed_rows()
 /// may not. Rows that the base class does not filter anew when they change are left alone here, too.
 bool TOLV_TREE_FILTER_CHANGES::is_filtered() const
 {
-    return m_proxy.dynamicSortFilter() && (!m_proxy.filterRegularExpression().pattern().isEmpty() ||
-                                           typeid(m_proxy) != typeid(TOLV_TREE_FILTER_PROXY_MODEL));
+    return m_proxy.dynamicSortFilter() &&
+           (!m_proxy.has_empty_pattern() || typeid(m_proxy) != typeid(TOLV_TREE_FILTER_PROXY_MODEL));
+}
+
+/// Whether rows are searched in this column or in one behind it. A subclass may look anywhere.
+bool TOLV_TREE_FILTER_CHANGES::may_search_from(int column) const
+{
+    const QList<int>& columns = m_proxy.m_filter_columns;
+    const int key_column = m_proxy.filterKeyColumn(); // -1 stands for all
+    return typeid(m_proxy) != typeid(TOLV_TREE_FILTER_PROXY_MODEL) || key_column < 0 || key_column >= column ||
+           std::any_of(columns.cbegin(), columns.cend(), [column](int i) { return i >= column; });
 }
 
 bool TOLV_TREE_FILTER_CHANGES::has_match(const QModelIndex& parent, int first, int last)

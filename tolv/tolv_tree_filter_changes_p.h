@@ -32,10 +32,13 @@ private slots:
     void end_insertion(const QModelIndex& parent, int first, int last);
     void begin_removal(const QModelIndex& parent, int first, int last);
     void end_removal(const QModelIndex& parent);
+    void end_column_change(const QModelIndex& parent, int first);
+    void end_column_move(const QModelIndex& from, int first, int last, const QModelIndex& to, int before);
     void note_removed_rows();
 
 private:
     bool is_filtered() const;
+    bool may_search_from(int column) const;
     bool has_match(const QModelIndex& parent, int first, int last);
     void show_ancestors(QModelIndex index);
     void hide_ancestors(QModelIndex index);

@@ -5,6 +5,7 @@
 #include "tolv_tree_filter_changes_p.h"
 #include "tolv_tree_filtering_p.h"
 
+#include <QRegExp>
 #include <QStringList>
 
 #include <utility>
@@ -80,6 +81,11 @@ void TOLV_TREE_FILTER_PROXY_MODEL::insert_filter_column(int column)
 void TOLV_TREE_FILTER_PROXY_MODEL::setFilterRegularExpression(const QRegularExpression& expression)
 {
     m_filtering->filter([&] { QSortFilterProxyModel::setFilterRegularExpression(expression); });
+}
+
+void TOLV_TREE_FILTER_PROXY_MODEL::setFilterRegularExpression(const QString& pattern)
+{
+    m_filtering->filter([&] { QSortFilterProxyModel::setFilterRegularExpression(pattern); });
 }
 
 // Of each change of the source model, one of ours has to hear before the base class does, and one after it.
@@ -191,7 +197,9 @@ bool TOLV_TREE_FILTER_PROXY_MODEL::filter_accepts_row_itself(int row, const QMod
         const QModelIndex index = sourceModel()->index(row, column, parent);
         text += sourceModel()->data(index, Qt::DisplayRole).toString() + QLatin1Char(' ');
     }
-    return text.contains(filterRegularExpression());
+    // A host may have set a wildcard or a fixed text by the base class.
+    const QRegExp old_form = filterRegExp();
+    return old_form.isEmpty() ? text.contains(filterRegularExpression()) : text.contains(old_form);
 }
 
 bool TOLV_TREE_FILTER_PROXY_MODEL::children_is_accepted(int row, const QModelIndex& parent) const
@@ -213,4 +221,9 @@ bool TOLV_TREE_FILTER_PROXY_MODEL::children_is_accepted(int row, const QModelInd
 void TOLV_TREE_FILTER_PROXY_MODEL::count_match()
 {
     ++s_result_counter;
+}
+
+bool TOLV_TREE_FILTER_PROXY_MODEL::has_empty_pattern() const
+{
+    return filterRegularExpression().pattern().isEmpty() && filterRegExp().isEmpty();
 }

@@ -21,8 +21,9 @@ class TOLV_TREE_FILTERING;
 /// of a level, for which they were asked. After a change of its own state a subclass calls invalidateFilter() or filters
 /// again. Within one filtering each may be asked only once for a row.
 ///
-/// The rules also hold while the source model changes under a filter: rows come and go with the ancestors and
-/// descendants that match. Selection, current row and expansion are a view's; rows that stay keep them. Sorting is that
+/// The rules also hold while the source model changes under a filter, rows as well as the columns that are searched: rows
+/// come and go with the ancestors and descendants that match. With dynamicSortFilter() off they hold from one filtering to
+/// the next only. Selection, current row and expansion are a view's; rows that stay keep them. Sorting is that
 /// of QSortFilterProxyModel.
 ///
 /// Large trees: levels of the tree are filtered when they are first asked for, as in QSortFilterProxyModel. A filtering
@@ -61,6 +62,7 @@ public:
 
     /// What QSortFilterProxyModel does, announced to views as a filtering by keyword is.
     void setFilterRegularExpression(const QRegularExpression& expression);
+    void setFilterRegularExpression(const QString& pattern);
 
     void setSourceModel(QAbstractItemModel* source) override;
     QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
@@ -116,6 +118,8 @@ private:
 
     /// Counts a row that matches.
     static void count_match();
+    /// Whether there is no expression that a row could fail to match, in either form that the base class knows.
+    bool has_empty_pattern() const;
 
     bool m_include_child = true;
     bool m_include_invisible_root_child = false;

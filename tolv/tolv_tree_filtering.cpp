@@ -411,7 +411,7 @@ bool TOLV_TREE_FILTERING::record_levels(const std::function<void()>& change)
     {
         const QScopedValueRollback<int> none(m_answer, ANSWER_NO);
         m_was_asked = false;
-        if (!m_proxy.filterRegularExpression().pattern().isEmpty())
+        if (!m_proxy.has_empty_pattern())
             m_proxy.QSortFilterProxyModel::rowCount(QModelIndex());
     }
     if (m_was_asked)
