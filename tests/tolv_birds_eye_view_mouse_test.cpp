@@ -88,6 +88,39 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_overlay_marks_the_visible_part)
     EXPECT_TRUE(is_same_color(Qt::red, picture.pixelColor(2, 2)));
 }
 
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_frame_is_drawn_over_the_overlay)
+{
+    zoom_to(4, QPoint(0, 0));
+    ASSERT_EQ(QPoint(0, 0), body->get_focus_rect().topLeft());
+    const QImage picture = render_widget(body);
+    EXPECT_TRUE(is_same_color(body->palette().color(QPalette::WindowText), picture.pixelColor(1, 1)));
+    EXPECT_FALSE(is_same_color(Qt::red, picture.pixelColor(2, 2))) << "behind the frame lies the overlay";
+}
+
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_overlay_has_the_colours_of_a_dark_palette)
+{
+    QPalette palette = area->palette();
+    palette.setColor(QPalette::WindowText, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(40, 130, 220));
+    area->setPalette(palette);
+    for (const int ratio : {1, 2})
+    {
+        SCOPED_TRACE(ratio);
+        zoom_to(4, QPoint(400, 100));
+        const QImage picture = render_widget(body, ratio);
+        const auto get_color = [&](int x, int y) { return picture.pixelColor(x * ratio, y * ratio); };
+        // 80 parts of 255 of the highlight colour over red.
+        EXPECT_TRUE(is_same_color(QColor(187, 41, 69), get_color(140, 50), 2));
+        EXPECT_TRUE(is_same_color(Qt::white, get_color(120, 50)));
+        EXPECT_TRUE(is_same_color(Qt::white, get_color(172, 50)));
+        EXPECT_TRUE(is_same_color(Qt::white, get_color(140, 30)));
+        EXPECT_TRUE(is_same_color(Qt::white, get_color(140, 67)));
+        EXPECT_TRUE(is_same_color(Qt::white, get_color(1, 75))) << "the frame";
+        EXPECT_TRUE(is_same_color(Qt::red, get_color(118, 50)));
+        EXPECT_TRUE(is_same_color(Qt::green, get_color(174, 50)));
+    }
+}
+
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_smallest_overlay_has_five_pixels)
 {
     zoom_to(1000, QPoint(400, 100));
@@ -154,6 +187,16 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_press_outside_of_the_overlay_scrolls_at
     GUI_DRIVER::release(body, QPoint(46, 118));
 }
 
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_drag_is_reckoned_in_float)
+{
+    zoom_to(10000, QPoint(0, 0));
+    ASSERT_EQ(QRect(0, 0, 5, 5), body->get_focus_rect());
+    GUI_DRIVER::press(body, QPoint(2, 2));
+    GUI_DRIVER::move_to(body, QPoint(227, 2));
+    EXPECT_EQ(QPoint(7499999, 0), get_scroll_position()); // 225 * 10000000 / 300
+    GUI_DRIVER::release(body, QPoint(227, 2));
+}
+
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_second_press_of_a_double_click_begins_a_drag_like_any_other)
 {
     zoom_to(4, QPoint(400, 100));
@@ -185,9 +228,9 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_rectangle_drawn_with_the_right_button_i
 {
     view->set_zoom(1);
     draw_rect(QPoint(60, 30), QPoint(120, 60), [&] { EXPECT_EQ(Qt::SizeAllCursor, body->cursor().shape()); });
-    // The ratio 2 adds half of the width to the height: 60 by 60 pixels, from 30 to 90 downwards. From 200 to 400
-    // units, and from 100 to 300: 201 of each in 500 + 1 pixels.
-    EXPECT_NEAR(501.0F / 201.0F, view->get_zoom(), 0.02F);
+    // The ratio 2 adds half of the width to the height: 60 by 60 pixels, from 30 to 90 downwards. In units from 199 to
+    // 399, and from 99 to 300: 202 of them in 500 + 1 pixels.
+    EXPECT_FLOAT_EQ(501.0F / 202.0F, view->get_zoom()); // in float, 30 / 0.3 is less than 100
     EXPECT_NEAR(300, view->get_logical(QPoint(get_scroll_position().x() + 350, 0)).x(), 2);
     EXPECT_NEAR(200, view->get_logical(QPoint(0, get_scroll_position().y() + 250)).y(), 2);
 }

@@ -314,8 +314,33 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, it_has_the_size_of_its_overview_for_good)
     EXPECT_TRUE(body->hasMouseTracking());
     EXPECT_EQ(view.get(), body->get_source_graphics_view());
     EXPECT_EQ(nullptr, dock->get_view_widget());
-    scene->setSceneRect(QRectF(0.6, 0, 1000.2, 500.4)); // 1 to 1000, 0 to 499
-    EXPECT_EQ(QSize(300, 150), body->get_size());
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_extent_of_a_scene_is_counted_in_whole_units)
+{
+    open();
+    scene->setSceneRect(QRectF(0.4, 0.0, 2.2, 1.0)); // columns 0 to 2, row 0
+    EXPECT_EQ(QSize(300, 100), body->get_size());
+    scene->setSceneRect(QRectF(0.6, 0.0, 3.0, 1.4)); // columns 1 to 3, row 0
+    EXPECT_EQ(QSize(300, 100), body->get_size());
+    scene->setSceneRect(QRectF(0.0, -0.5, 1.0, 4.0)); // column 0, rows -1 to 3: 3.5 becomes 4
+    EXPECT_EQ(QSize(60, 300), body->get_size());
+    scene->setSceneRect(QRectF(0.0, 0.0, 2000.0, 1000.0));
+}
+
+TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_second_birds_eye_view_takes_the_place_of_the_first)
+{
+    open();
+    const QPointer<TOLV_BIRDS_EYE_VIEW> first(dock);
+    const QPointer<QAction> first_action(view->get_birds_eye_view_action());
+    view->create_birds_eye_view();
+    EXPECT_FALSE(first->isVisible());
+    EXPECT_EQ(nullptr, first_action);
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(nullptr, first);
+    EXPECT_EQ(1, view->findChildren<TOLV_BIRDS_EYE_VIEW*>().size());
+    view->get_birds_eye_view_action()->trigger();
+    EXPECT_TRUE(view->get_birds_eye_view()->isVisible());
 }
 
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, an_overview_without_a_grandparent_is_an_internal_error)
@@ -508,6 +533,7 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, an_overview_that_goes_away_in_the_middle_of_a_re
         {"it is closed", [&] { dock->hide(); }},
         {"the window is closed", [&] { view->close(); }},
         {"it is to be deleted later", [&] { dock->deleteLater(); }},
+        {"another one takes its place", [&] { view->create_birds_eye_view(); }},
         {"the view is to be deleted later", [&] { view.release()->deleteLater(); }},
         {"a modal dialog opens",
          [&]

@@ -1,3 +1,4 @@
+#include "picture.h"
 #include "tolv_drag_tracker.h"
 #include "tolv_magnifying_glass_widget.h"
 #include "tolv_mouse_gesture_widget.h"
@@ -5,6 +6,7 @@
 #include "tolv_zoom_overlay_fixture.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRubberBand>
 #include <QTest>
@@ -296,4 +298,107 @@ TEST_F(TOLV_INTERACTION_LOOP_TEST, a_window_that_is_tracked_itself_is_painted_in
         .then([&] { GUI_DRIVER::release(&window, QPoint(120, 100)); });
     EXPECT_TRUE(script.run());
     EXPECT_EQ(get_rect(20, 20, 120, 100), rect);
+}
+
+// ---- On a dark palette ----------------------------------------------------------------------------------------------
+
+namespace
+{
+const QColor GROUND(45, 45, 45);
+const QColor HIGHLIGHT(40, 130, 220);
+
+/// Rubber band, stroke and zoom drag over a view that is dark.
+class TOLV_DARK_OVERLAY_TEST : public TOLV_INTERACTION_LOOP_TEST
+{
+protected:
+    void SetUp() override
+    {
+        TOLV_INTERACTION_LOOP_TEST::SetUp();
+        m_light = QApplication::palette();
+        QPalette dark(GROUND, GROUND);
+        dark.setColor(QPalette::Highlight, HIGHLIGHT);
+        QApplication::setPalette(dark);
+        view->setPalette(dark);
+    }
+    void TearDown() override
+    {
+        QApplication::setPalette(m_light);
+        TOLV_INTERACTION_LOOP_TEST::TearDown();
+    }
+
+    /// The picture of the view after a drag from (100, 100), at both densities.
+    void take_pictures(const INTERACTION& interaction, const QPoint& to,
+                       const std::function<void(const QImage&, int)>& check)
+    {
+        begin(interaction);
+        run_to_the_end({QPoint(100, 100), to}, interaction.button,
+                       [&]
+                       {
+                           for (const int ratio : {1, 2})
+                           {
+                               SCOPED_TRACE(ratio);
+                               check(render_widget(view, ratio), ratio);
+                           }
+                           GUI_DRIVER::release(view, to, interaction.button);
+                       });
+    }
+
+private:
+    QPalette m_light;
+};
+} // namespace
+
+TEST_F(TOLV_DARK_OVERLAY_TEST, a_rubber_band_stands_out_and_lets_the_view_be_seen)
+{
+    view->on_paint = [](QPainter* painter) { painter->fillRect(QRect(150, 120, 20, 20), Qt::white); };
+    take_pictures(get_rectangles()[0], QPoint(300, 250),
+                  [](const QImage& picture, int ratio)
+                  {
+                      const auto get_color = [&](int x, int y) { return picture.pixelColor(x * ratio, y * ratio); };
+                      const QColor inside = get_color(200, 200);
+                      EXPECT_GT(inside.blue(), GROUND.blue() + 40);
+                      EXPECT_GT(inside.blue(), inside.red()) << "tinted by the highlight colour";
+                      EXPECT_GT(get_color(160, 130).lightness(), inside.lightness() + 40) << "what lies below";
+                      EXPECT_NE(inside, get_color(100, 200)) << "an edge";
+                      EXPECT_NE(GROUND, get_color(100, 200));
+                      EXPECT_EQ(GROUND, get_color(99, 200));
+                      EXPECT_EQ(GROUND, get_color(302, 200));
+                      EXPECT_EQ(GROUND, get_color(200, 99));
+                      EXPECT_EQ(GROUND, get_color(200, 252));
+                  });
+}
+
+TEST_F(TOLV_DARK_OVERLAY_TEST, a_stroke_has_the_highlight_colour_and_half_of_a_lighter_one_inside)
+{
+    const QColor fill = HIGHLIGHT.lighter(150);
+    const QColor mixed((GROUND.red() + fill.red()) / 2, (GROUND.green() + fill.green()) / 2,
+                       (GROUND.blue() + fill.blue()) / 2);
+    take_pictures(get_strokes()[0], QPoint(300, 250),
+                  [&](const QImage& picture, int ratio)
+                  {
+                      EXPECT_TRUE(is_same_color(mixed, picture.pixelColor(200 * ratio, 200 * ratio), 2));
+                      EXPECT_EQ(HIGHLIGHT, picture.pixelColor(100 * ratio, 200 * ratio));
+                      EXPECT_EQ(GROUND, picture.pixelColor(97 * ratio, 200 * ratio));
+                  });
+}
+
+TEST_F(TOLV_DARK_OVERLAY_TEST, the_labels_are_light_with_text_in_the_highlight_colour)
+{
+    const auto check = [](const QLabel& label, const QImage& picture, int ratio)
+    {
+        const QRect place(label.mapTo(label.window(), QPoint(0, 0)) * ratio, label.size() * ratio);
+        // White with 200 parts of 255.
+        const QColor ground(209, 209, 209);
+        EXPECT_GT(count_pixels(picture, ground, 2, place), place.width() * place.height() / 3);
+        EXPECT_GT(count_pixels(picture, HIGHLIGHT, 30, place), 10 * ratio);
+    };
+    take_pictures(get_strokes()[0], QPoint(300, 250),
+                  [&](const QImage& picture, int ratio)
+                  { check(*view->findChild<TOLV_MOUSE_GESTURE_WIDGET*>()->findChild<QLabel*>(), picture, ratio); });
+    take_pictures(get_others()[0], QPoint(160, 180),
+                  [&](const QImage& picture, int ratio)
+                  {
+                      check(*view->findChild<TOLV_ZOOM_DRAG_WIDGET*>()->findChild<QLabel*>(), picture, ratio);
+                      EXPECT_TRUE(is_same_color(HIGHLIGHT, picture.pixelColor(130 * ratio, 140 * ratio), 2));
+                  });
 }

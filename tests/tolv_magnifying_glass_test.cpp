@@ -54,6 +54,12 @@ protected:
         view->on_paint = [rect](QPainter* painter) { painter->fillRect(rect, Qt::red); };
     }
 
+    /// What a painter of the glass begins with.
+    QPen get_handle_pen() const
+    {
+        return QPen(area->palette().color(QPalette::WindowText));
+    }
+
     TOLV_MAGNIFYING_GLASS_WIDGET* get_glass() const
     {
         return area->findChild<TOLV_MAGNIFYING_GLASS_WIDGET*>();
@@ -360,6 +366,60 @@ TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_is_hatched_in_gray)
     EXPECT_EQ(70 * 9, gray + white);
     EXPECT_GT(gray, 6 * white); // seven eighths are covered
     EXPECT_GT(white, 20);
+}
+
+TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_lies_slanting_behind_the_lens)
+{
+    view->setAutoFillBackground(false);
+    for (const double size : {1.0, 2.0, 5.0})
+    {
+        SCOPED_TRACE(size);
+        TOLV_MAGNIFYING_GLASS_WIDGET::s_size_factor = size;
+        QImage picture;
+        magnify(CENTRE, [&] { picture = render_widget(get_glass()); });
+        const int radius = int(50 * size);
+        QImage expected(picture.size(), picture.format());
+        expected.fill(area->palette().color(QPalette::Window));
+        QPainter painter(&expected);
+        painter.setPen(get_handle_pen());
+        painter.setBrush(QBrush(QColor(160, 160, 164), Qt::Dense2Pattern));
+        painter.rotate(-45);
+        painter.translate(-radius, radius);
+        const int width = radius / 5;
+        painter.drawRoundedRect(QRect(radius - width / 2, radius, width, 2 * radius), 15, 15, Qt::AbsoluteSize);
+        painter.end();
+        const auto get_outside = [&](QImage image)
+        {
+            QPainter eraser(&image);
+            eraser.setCompositionMode(QPainter::CompositionMode_Clear);
+            eraser.setBrush(Qt::black);
+            eraser.drawEllipse(-2, -2, 2 * radius + 4, 2 * radius + 4);
+            eraser.end();
+            return image;
+        };
+        EXPECT_TRUE(expect_same_picture(get_outside(expected), get_outside(picture)));
+    }
+}
+
+TEST_F(TOLV_MAGNIFYING_GLASS_TEST, on_a_dark_palette_the_ground_of_the_lens_is_dark_and_its_outline_light)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(45, 45, 45));
+    palette.setColor(QPalette::WindowText, Qt::white);
+    area->setPalette(palette);
+    view->setPalette(palette);
+    draw_red(QRect(250, 195, 10, 10));
+    for (const int ratio : {1, 2})
+    {
+        SCOPED_TRACE(ratio);
+        const QImage picture = take_picture(CENTRE, ratio);
+        const auto get_color = [&](int x, int y) { return picture.pixelColor(x * ratio, y * ratio); };
+        EXPECT_TRUE(is_same_color(get_tinted(QColor(45, 45, 45)), get_color(220, 200), 2));
+        EXPECT_TRUE(is_same_color(get_tinted(RED), get_color(260, 200), 2));
+        EXPECT_GT(get_color(250, 100).lightness(), 100) << "the outline at the top of the lens";
+        EXPECT_LT(get_color(250, 105).lightness(), 45) << "the dark rim inside of it";
+        EXPECT_EQ(QColor(45, 45, 45), get_color(250, 96));
+    }
 }
 
 TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_view_is_told_that_it_paints_for_the_lens)

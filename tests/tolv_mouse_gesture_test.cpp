@@ -303,6 +303,21 @@ TEST_F(TOLV_MOUSE_GESTURE_TEST, a_stroke_ends_without_a_command_when_its_view_go
                           {QPoint(300, 300), QPoint(200, 200)}, Qt::LeftButton);
 }
 
+TEST_F(TOLV_MOUSE_GESTURE_TEST, the_stroke_is_out_of_sight_before_its_command_runs)
+{
+    int count = 0;
+    area->on_command = [&]
+    {
+        ++count;
+        EXPECT_FALSE(get_gesture()->isVisible());
+        EXPECT_TRUE(get_label()->isHidden());
+        EXPECT_FALSE(get_gesture()->hasMouseTracking());
+    };
+    stroke(QPoint(300, 300), QPoint(200, 200));
+    stroke(QPoint(300, 300), QPoint(400, 200));
+    EXPECT_EQ(2, count);
+}
+
 TEST_F(TOLV_MOUSE_GESTURE_TEST, a_command_may_delete_the_view)
 {
     area->on_command = [&] { delete view; };

@@ -212,6 +212,20 @@ TEST_F(TOLV_ZOOM_DRAG_TEST, a_drag_ends_without_a_command_when_its_view_is_delet
     }
 }
 
+TEST_F(TOLV_ZOOM_DRAG_TEST, the_drag_stays_to_be_seen_until_the_zoom_is_done)
+{
+    int count = 0;
+    area->on_command = [&]
+    {
+        ++count;
+        EXPECT_TRUE(get_drag()->isVisible());
+        EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
+    };
+    drag(START, QPoint(300, 250));
+    EXPECT_EQ(1, count);
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_IN_CURSOR));
+}
+
 TEST_F(TOLV_ZOOM_DRAG_TEST, the_zoom_may_delete_the_view)
 {
     area->on_command = [&] { delete view; };

@@ -50,7 +50,11 @@ void TOLV_GRAPHICS_VIEW::create_birds_eye_view()
     TOLV_CHECK_TEXT(scene() != nullptr, "scene()!=nullptr");
     if (scene() == nullptr)
         return;
-    delete m_birds_eye_view.data();
+    if (m_birds_eye_view != nullptr)
+    {
+        m_birds_eye_view->hide();
+        m_birds_eye_view->deleteLater(); // a rectangle may just be drawn in it
+    }
     m_birds_eye_view = new TOLV_BIRDS_EYE_VIEW(qobject_cast<TOLV_GRAPHICS_SCENE*>(scene()), this);
     create_birds_eye_view_action();
 }

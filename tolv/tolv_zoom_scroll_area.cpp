@@ -71,7 +71,7 @@ void TOLV_ZOOM_SCROLL_AREA::set_view(TOLV_VIEW* view, bool has_birds_eye_view)
     TOLV_SAFE_CONNECT(view, SIGNAL(about_to_be_deleted()), this, SLOT(forget_view()));
     m_magnifying_tool_action->setVisible(has_birds_eye_view);
     m_birds_eye_view_action->setVisible(has_birds_eye_view);
-    delete m_birds_eye_view.data(); // of a view before this one
+    remove_birds_eye_view(); // of a view before this one
     if (has_birds_eye_view)
         create_birds_eye_view();
 }
@@ -82,11 +82,7 @@ void TOLV_ZOOM_SCROLL_AREA::forget_view()
         return;
     m_view = nullptr;
     end_pan();
-    if (m_birds_eye_view == nullptr)
-        return;
-    // It has nothing to show any more, and even its size is the view's to say.
-    m_birds_eye_view->hide();
-    m_birds_eye_view->deleteLater();
+    remove_birds_eye_view(); // it has nothing to show any more, and even its size is the view's to say
 }
 
 TOLV_VIEW* TOLV_ZOOM_SCROLL_AREA::get_view() const
@@ -103,6 +99,17 @@ void TOLV_ZOOM_SCROLL_AREA::hide_birds_eye_view() const
 {
     if (m_birds_eye_view != nullptr)
         m_birds_eye_view->hide();
+}
+
+/// Later, as a rectangle may just be drawn in it.
+void TOLV_ZOOM_SCROLL_AREA::remove_birds_eye_view()
+{
+    if (m_birds_eye_view == nullptr)
+        return;
+    m_birds_eye_view->hide();
+    m_birds_eye_view_action->disconnect(m_birds_eye_view);
+    m_birds_eye_view->deleteLater();
+    m_birds_eye_view = nullptr;
 }
 
 void TOLV_ZOOM_SCROLL_AREA::create_birds_eye_view()

@@ -147,6 +147,7 @@ private:
     QList<QAction*> get_actions() const;
     QList<QAction*> get_tool_actions() const;
     QList<QAction*> get_zoom_actions() const;
+    void remove_birds_eye_view();
     void create_birds_eye_view();
 
     void set_fit_zoom(const QRect& logical, const QSize& max_size);
