@@ -328,6 +328,28 @@ TEST_F(TOLV_MAIN_WINDOW_TEST, only_the_focus_widget_itself_is_asked_as_a_tree)
     EXPECT_EQ(0, tree->m_count);
 }
 
+TEST_F(TOLV_MAIN_WINDOW_TEST, a_popup_is_asked_in_place_of_a_tree_with_the_focus)
+{
+    auto* const tree = new HELPFUL_TREE;
+    m_window->setCentralWidget(tree);
+    ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+    GUI_DRIVER::focus(tree);
+    HELPFUL_TREE popup;
+    popup.setWindowFlags(Qt::Popup);
+    popup.show();
+    ASSERT_EQ(&popup, QApplication::activePopupWidget());
+    m_window->f1_help();
+    EXPECT_EQ(1, popup.m_count);
+    popup.close();
+    QWidget other(m_window.get(), Qt::Popup);
+    other.setAccessibleName(QStringLiteral("other"));
+    other.show();
+    m_window->f1_help();
+    other.close();
+    EXPECT_EQ((TOPICS{"other"}), m_recorder.take_topics());
+    EXPECT_EQ(0, tree->m_count);
+}
+
 TEST_F(TOLV_MAIN_WINDOW_TEST, in_an_open_menu_the_active_action_is_the_topic)
 {
     QMenu* const menu = add_menu("&File", {"&Open...", "Save &As"});
@@ -357,6 +379,50 @@ TEST_F(TOLV_MAIN_WINDOW_TEST, in_an_open_menu_with_no_active_action_the_title_is
                        GUI_DRIVER::key_click(menu, Qt::Key_F1);
                    });
     EXPECT_EQ((TOPICS{"&File"}), m_recorder.take_topics());
+}
+
+TEST_F(TOLV_MAIN_WINDOW_TEST, an_active_action_without_a_text_gives_an_empty_topic)
+{
+    QMenu* const menu = add_menu("&File", {""});
+    menu->setAccessibleName(QStringLiteral("menu"));
+    ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+    GUI_DRIVER::focus(m_edit);
+    with_open_menu(menu,
+                   [&]
+                   {
+                       menu->setActiveAction(menu->actions().at(0));
+                       GUI_DRIVER::key_click(menu, Qt::Key_F1);
+                   });
+    EXPECT_EQ((TOPICS{""}), m_recorder.take_topics());
+}
+
+TEST_F(TOLV_MAIN_WINDOW_TEST, in_an_open_menu_below_a_menu_that_one_is_asked)
+{
+    QMenu* const menu = add_menu("&File", {"&Open..."});
+    QMenu* const recent = menu->addMenu(QStringLiteral("&Recent"));
+    recent->addAction(QStringLiteral("&pump.json"));
+    ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+    GUI_DRIVER::focus(m_edit);
+    answer_next_menu(
+        [&](QMenu*)
+        {
+            menu->setActiveAction(recent->menuAction());
+            GUI_DRIVER::key_click(menu, Qt::Key_F1);
+            GUI_DRIVER::key_click(menu, Qt::Key_Right);
+        });
+    answer_next_menu(
+        [&](QMenu* opened)
+        {
+            EXPECT_EQ(recent, opened);
+            recent->setActiveAction(recent->actions().at(0));
+            GUI_DRIVER::key_click(recent, Qt::Key_F1);
+            recent->close();
+            menu->close();
+        });
+    QMenuBar* const bar = m_window->menuBar();
+    GUI_DRIVER::click(bar, bar->actionGeometry(menu->menuAction()).center());
+    GUI_DRIVER::wait_for([&] { return !menu->isVisible() && !recent->isVisible(); });
+    EXPECT_EQ((TOPICS{"&Recent", "&pump.json"}), m_recorder.take_topics());
 }
 
 TEST_F(TOLV_MAIN_WINDOW_TEST, another_popup_is_walked_up_from_like_a_focus_widget)
