@@ -1,7 +1,10 @@
 // Filtering large trees: TOLV_TREE_FILTER_PROXY_MODEL beside QSortFilterProxyModel with recursive filtering and beside
 // KRecursiveFilterProxyModel. All answer the same question: a row stays if it or something below it matches. "cold" is a
 // filter on a tree that nobody has looked at, and then the whole way through what it shows, or (first_level) only through
-// its top; "warm" is a filter, and its clearing, on a tree that has been shown in full.
+// its top; "warm" is a filter, and its clearing, on a tree that has been shown in full; "sort" turns the order of such a
+// tree round and back.
+
+#include "bench_rows.h"
 
 #include "tolv_tree_filter_proxy_model.h"
 
@@ -23,8 +26,11 @@ namespace
 enum SHAPE
 {
     FLAT,
+    FLAT_WITH_BRANCHES, ///< every thousandth row has a child
     TEN_CHILDREN
 };
+
+constexpr int ALL = 1000000;
 
 /// Rows that match: an "x" is in their texts.
 enum HITS
@@ -79,7 +85,11 @@ QStandardItemModel& get_tree(SHAPE shape, int count, HITS hits)
     {
         QList<QStandardItem*> rows;
         while (number < count)
+        {
             rows.append(new QStandardItem(make_text(number++, hits)));
+            if (shape == FLAT_WITH_BRANCHES && number % 1000 == 1)
+                rows.constLast()->appendRow(new QStandardItem(QStringLiteral("child")));
+        }
         model->invisibleRootItem()->appendRows(rows);
     }
     return *model;
@@ -237,32 +247,90 @@ void warm_selected(benchmark::State& state)
     }
 }
 
+/// With what a user holds in a view: a current row, a hundred rows selected here and there, and all branches expanded.
+template <class FILTER>
+void warm_held(benchmark::State& state)
+{
+    QStandardItemModel& tree = get_tree(FLAT_WITH_BRANCHES, static_cast<int>(state.range(0)), HALF);
+    FILTER filter;
+    filter.setSourceModel(&tree);
+    QTreeView view;
+    view.setUniformRowHeights(true);
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view.setModel(&filter);
+    view.show();
+    const int count = filter.rowCount();
+    for ([[maybe_unused]] auto _ : state)
+    {
+        state.PauseTiming();
+        view.expandAll();
+        view.setCurrentIndex(filter.index(count / 2 + 1, 0));
+        for (int row = 7; row < count; row += count / 100)
+            view.selectionModel()->select(filter.index(row, 0), QItemSelectionModel::Select);
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        filter.filter(QStringLiteral("_x_"));
+        QCoreApplication::processEvents();
+        filter.filter(QString());
+        QCoreApplication::processEvents();
+    }
+    state.counters["selected"] = view.selectionModel()->selectedRows().size();
+}
+
+/// Turns the order round and back.
+template <class FILTER>
+void sort(benchmark::State& state, SHAPE shape, bool is_filtered, bool has_view)
+{
+    QStandardItemModel& tree = get_tree(shape, static_cast<int>(state.range(0)), HALF);
+    FILTER filter;
+    filter.setSourceModel(&tree);
+    if (is_filtered)
+        filter.filter(QStringLiteral("_x_"));
+    filter.sort(0, Qt::AscendingOrder);
+    QTreeView view;
+    if (has_view)
+    {
+        view.setUniformRowHeights(true);
+        view.setModel(&filter);
+        view.show();
+        view.expandAll();
+    }
+    walk(filter, QModelIndex());
+    for ([[maybe_unused]] auto _ : state)
+    {
+        for (const Qt::SortOrder order : {Qt::DescendingOrder, Qt::AscendingOrder})
+        {
+            filter.sort(0, order);
+            if (has_view)
+                QCoreApplication::processEvents();
+        }
+    }
+}
+
 template <class... PARAMETERS>
 void add(const char* way, const char* filter, const char* name, int count,
          void (*measure)(benchmark::State&, PARAMETERS...), PARAMETERS... parameters)
 {
     benchmark::RegisterBenchmark((std::string(way) + "/" + name + "/" + filter).c_str(), measure, parameters...)
-        ->Arg(count)
+        ->Arg(get_row_count(count))
         ->Unit(benchmark::kMillisecond);
 }
 
 void add_cold(const char* name, SHAPE shape, HITS hits, bool has_view)
 {
-    constexpr int COUNT = 1000000;
-    add("cold", "stock", name, COUNT, cold<STOCK>, shape, hits, has_view);
+    add("cold", "stock", name, ALL, cold<STOCK>, shape, hits, has_view);
 #ifdef TOLV_HAS_KITEMMODELS
-    add("cold", "kde", name, COUNT, cold<KDE>, shape, hits, has_view);
+    add("cold", "kde", name, ALL, cold<KDE>, shape, hits, has_view);
 #endif
-    add("cold", "ours", name, COUNT, cold<OURS>, shape, hits, has_view);
-    add("cold", "ours_with_children", name, COUNT, cold<OURS_WITH_CHILDREN>, shape, hits, has_view);
+    add("cold", "ours", name, ALL, cold<OURS>, shape, hits, has_view);
+    add("cold", "ours_with_children", name, ALL, cold<OURS_WITH_CHILDREN>, shape, hits, has_view);
 }
 
 void add_first_level(const char* name, SHAPE shape, HITS hits)
 {
-    constexpr int COUNT = 1000000;
-    add("first_level", "stock", name, COUNT, first_level<STOCK>, shape, hits);
-    add("first_level", "ours", name, COUNT, first_level<OURS>, shape, hits);
-    add("first_level", "ours_with_children", name, COUNT, first_level<OURS_WITH_CHILDREN>, shape, hits);
+    add("first_level", "stock", name, ALL, first_level<STOCK>, shape, hits);
+    add("first_level", "ours", name, ALL, first_level<OURS>, shape, hits);
+    add("first_level", "ours_with_children", name, ALL, first_level<OURS_WITH_CHILDREN>, shape, hits);
 }
 
 void add_warm(const char* name, int count, SHAPE shape, HITS hits, bool has_view)
@@ -273,6 +341,15 @@ void add_warm(const char* name, int count, SHAPE shape, HITS hits, bool has_view
 #endif
     add("warm", "ours", name, count, warm<OURS>, shape, hits, has_view);
     add("warm", "ours_with_children", name, count, warm<OURS_WITH_CHILDREN>, shape, hits, has_view);
+}
+
+void add_sort(const char* name, SHAPE shape, bool is_filtered, bool has_view)
+{
+    add("sort", "stock", name, ALL, sort<STOCK>, shape, is_filtered, has_view);
+#ifdef TOLV_HAS_KITEMMODELS
+    add("sort", "kde", name, ALL, sort<KDE>, shape, is_filtered, has_view);
+#endif
+    add("sort", "ours", name, ALL, sort<OURS>, shape, is_filtered, has_view);
 }
 } // namespace
 
@@ -290,20 +367,27 @@ int main(int argc, char** argv)
     add_cold("ten_children_half_with_view", TEN_CHILDREN, HALF, true);
     add_first_level("ten_children_half", TEN_CHILDREN, HALF);
     add_cold("ten_children_none", TEN_CHILDREN, NONE, false);
-    add_warm("flat_half", 10000, FLAT, HALF, false);
-    add_warm("flat_half_with_view", 10000, FLAT, HALF, true);
-    add_warm("ten_children_half_with_view", 5000, TEN_CHILDREN, HALF, true);
-    add("warm_selected", "stock", "flat_half", 10000, warm_selected<STOCK>);
-    add("warm_selected", "ours", "flat_half", 10000, warm_selected<OURS>);
+
+    add_sort("flat", FLAT, false, false);
+    add_sort("flat_with_view", FLAT, false, true);
+    add_sort("flat_half", FLAT, true, false);
+    add_sort("ten_children", TEN_CHILDREN, false, false);
+    add_sort("ten_children_with_view", TEN_CHILDREN, false, true);
+
+    // The rivals take time by the square of these, or more.
+    const int hundred_thousand = get_row_count(ALL) / 10;
+    const int ten_thousand = hundred_thousand / 10;
+    add_warm("ten_children_half_with_view", ten_thousand / 2, TEN_CHILDREN, HALF, true);
+    add("warm_selected", "stock", "flat_half", ten_thousand, warm_selected<STOCK>);
+    add("warm_selected", "ours", "flat_half", ten_thousand, warm_selected<OURS>);
     add("warm_selected", "ours", "flat_half", 100000, warm_selected<OURS>);
-    add("warm", "stock", "flat_half", 100000, warm<STOCK>, FLAT, HALF, false);
-    add("warm", "ours", "flat_half", 100000, warm<OURS>, FLAT, HALF, false);
-    add("warm", "ours_with_children", "flat_half", 100000, warm<OURS_WITH_CHILDREN>, FLAT, HALF, false);
-    add("warm", "stock", "flat_half_with_view", 100000, warm<STOCK>, FLAT, HALF, true);
-    add("warm", "ours", "flat_half_with_view", 100000, warm<OURS>, FLAT, HALF, true);
+    add_warm("flat_half", 100000, FLAT, HALF, false);
+    add_warm("flat_half_with_view", 100000, FLAT, HALF, true);
+    add("warm_held", "stock", "flat_half", hundred_thousand, warm_held<STOCK>);
+    add("warm_held", "ours", "flat_half", hundred_thousand, warm_held<OURS>);
     add("warm", "ours", "ten_children_one_in_1000_with_view", 100000, warm<OURS>, TEN_CHILDREN, ONE_IN_1000, true);
-    add("warm", "ours", "flat_half_with_view", 1000000, warm<OURS>, FLAT, HALF, true);
-    add("warm", "ours", "ten_children_half", 1000000, warm<OURS>, TEN_CHILDREN, HALF, false);
+    add("warm", "ours", "flat_half_with_view", ALL, warm<OURS>, FLAT, HALF, true);
+    add("warm", "ours", "ten_children_half", ALL, warm<OURS>, TEN_CHILDREN, HALF, false);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

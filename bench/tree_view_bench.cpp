@@ -1,7 +1,9 @@
-// The tree view on trees of a million rows: the copy of everything, the memory of what is expanded, frozen columns, and the
+// The tree view on trees of a million rows: opening and expanding, the copy of everything, the memory of what is expanded, frozen columns, and the
 // dump. One tree is deep, one has thirty thousand rows at the top. Beside them the plain Qt way: the sorted list of all
 // selected indexes with a text made of it, and one QTreeView::setExpanded() after the other (of the branches alone,
 // while the memory brings leaves back, too).
+
+#include "bench_rows.h"
 
 #include "tolv_frozen_tree_view.h"
 #include "tolv_tree_model.h"
@@ -26,12 +28,24 @@ struct SHAPE
     int leaf_count;
 };
 
-constexpr SHAPE DEEP = {1000, 10, 99};
-constexpr SHAPE BROAD = {30000, 3, 10};
+/// With fewer blocks, if there shall be fewer rows.
+SHAPE fit(SHAPE shape)
+{
+    const int rows_in_block = 1 + shape.group_count * (1 + shape.leaf_count);
+    shape.block_count = std::min(shape.block_count, std::max(1, get_row_count(2000000) / rows_in_block));
+    return shape;
+}
+
+const SHAPE& get_deep_shape()
+{
+    static const SHAPE shape = fit({1000, 10, 99});
+    return shape;
+}
 
 const SHAPE& get_shape(const benchmark::State& state)
 {
-    return state.range(0) == 0 ? DEEP : BROAD;
+    static const SHAPE broad = fit({30000, 3, 10});
+    return state.range(0) == 0 ? get_deep_shape() : broad;
 }
 
 QList<QStandardItem*> make_row(const QString& name)
@@ -66,7 +80,7 @@ TOLV_TREE_MODEL* get_model(const SHAPE& shape)
 
 /// A view on the model, all expanded.
 template <typename VIEW>
-std::unique_ptr<VIEW> make_view(const SHAPE& shape = DEEP)
+std::unique_ptr<VIEW> make_view(const SHAPE& shape = get_deep_shape())
 {
     auto view = std::make_unique<VIEW>(nullptr);
     view->setModel(get_model(shape));
@@ -183,9 +197,26 @@ void sync_frozen_columns_in_step(benchmark::State& state)
         frozen.sync_expanded_state();
 }
 
+/// A view is made and shown, all collapsed.
+template <typename VIEW>
+void open_view(benchmark::State& state)
+{
+    get_model(get_shape(state));
+    for ([[maybe_unused]] auto _ : state)
+    {
+        VIEW view(nullptr);
+        view.setModel(get_model(get_shape(state)));
+        view.setUniformRowHeights(true);
+        view.resize(600, 400);
+        view.show();
+        QCoreApplication::processEvents();
+    }
+}
+
+template <typename VIEW>
 void expand_all(benchmark::State& state)
 {
-    const auto view = make_view<TOLV_TREE_VIEW>();
+    const auto view = make_view<VIEW>();
     for ([[maybe_unused]] auto _ : state)
     {
         state.PauseTiming();
@@ -213,7 +244,10 @@ BENCHMARK(restore_expansion)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::
 BENCHMARK(set_expanded_one_by_one)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(sync_frozen_columns)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(sync_frozen_columns_in_step)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(expand_all)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(open_view, QTreeView)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(open_view, TOLV_TREE_VIEW)->ArgName("broad")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(expand_all, QTreeView)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(expand_all, TOLV_TREE_VIEW)->Unit(benchmark::kMillisecond);
 BENCHMARK(dump_all)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
