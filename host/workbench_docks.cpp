@@ -11,7 +11,7 @@
 
 namespace
 {
-const int LAYOUT_VERSION = 1; ///< other windows, other number
+const int LAYOUT_VERSION = 2; ///< other windows, other number
 
 CFGQ_REGISTRY_KEY get_layout_key()
 {

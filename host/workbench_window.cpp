@@ -2,6 +2,7 @@
 
 #include "drawing_pane.h"
 #include "gallery_window.h"
+#include "hierarchy_filter_model.h"
 #include "hierarchy_model.h"
 #include "netlist_properties.h"
 #include "preferences_dialog.h"
@@ -13,6 +14,7 @@
 #include "tolv_tree_view.h"
 #include "ver.h"
 #include "workbench_actions.h"
+#include "workbench_constraints.h"
 #include "workbench_docks.h"
 #include "workbench_documents.h"
 #include "workbench_loader.h"
@@ -64,7 +66,9 @@ QString get_shown_path(const QString& file)
 WORKBENCH_WINDOW::WORKBENCH_WINDOW(QWidget* parent)
     : TOLV_MAIN_WINDOW(parent, Qt::WindowFlags()), m_window_font(*TOLV_FONT(TOLV_GUI_FONT).get_font()),
       m_loader(new WORKBENCH_LOADER(this)), m_hierarchy(new HIERARCHY_MODEL(this)),
-      m_properties(new PROPERTY_MODEL(this)), m_actions(new WORKBENCH_ACTIONS(this)), m_docks(new WORKBENCH_DOCKS(this))
+      m_hierarchy_filter(new HIERARCHY_FILTER_MODEL(m_hierarchy, this)), m_properties(new PROPERTY_MODEL(this)),
+      m_actions(new WORKBENCH_ACTIONS(this)), m_docks(new WORKBENCH_DOCKS(this)),
+      m_constraints(new WORKBENCH_CONSTRAINTS(this))
 {
     setObjectName(QStringLiteral("workbench_window"));
     setAccessibleName(QStringLiteral("Norvane Workbench"));
@@ -127,6 +131,11 @@ QStringList WORKBENCH_WINDOW::get_selected_path() const
 WORKBENCH_DOCUMENTS* WORKBENCH_WINDOW::get_documents() const
 {
     return m_documents;
+}
+
+WORKBENCH_CONSTRAINTS* WORKBENCH_WINDOW::get_constraints() const
+{
+    return m_constraints;
 }
 
 void WORKBENCH_WINDOW::keep_layout()
@@ -218,6 +227,11 @@ void WORKBENCH_WINDOW::showEvent(QShowEvent* event)
 
 void WORKBENCH_WINDOW::closeEvent(QCloseEvent* event)
 {
+    if (!m_constraints->confirm_close())
+    {
+        event->ignore();
+        return;
+    }
     if (m_keeps_layout)
         m_docks->save_layout();
     TOLV_MAIN_WINDOW::closeEvent(event);
@@ -261,6 +275,20 @@ void WORKBENCH_WINDOW::show_about()
     box.exec();
 }
 
+void WORKBENCH_WINDOW::add_note(const QString& text)
+{
+    say("add_note", text);
+    statusBar()->showMessage(text, 5000);
+}
+
+void WORKBENCH_WINDOW::add_error(const QString& text)
+{
+    say("add_error", text);
+    if (m_messages != nullptr)
+        m_messages->set_visible_and_raise(true);
+    statusBar()->showMessage(text, 10000);
+}
+
 void WORKBENCH_WINDOW::apply_drawing_resources()
 {
     const QFont font = *TOLV_FONT(TOLV_GUI_FONT).get_font();
@@ -302,6 +330,12 @@ void WORKBENCH_WINDOW::show_instance(const QModelIndex& index)
     m_documents->set_module(m_netlist, module, m_hierarchy->get_path(m_instance));
     m_totals_view->set_module(m_netlist, module);
     show_selected_object();
+}
+
+void WORKBENCH_WINDOW::show_schematic_of(const QModelIndex& index)
+{
+    show_instance(index);
+    show_schematic();
 }
 
 void WORKBENCH_WINDOW::show_selected_object()
@@ -436,6 +470,7 @@ void WORKBENCH_WINDOW::show_result()
     {
         WORKBENCH_RECENT_FILES::add(m_loader->get_file());
         show_netlist(result.netlist);
+        m_constraints->set_design(m_loader->get_file());
     }
     else if (result.was_stopped)
     {
@@ -455,10 +490,10 @@ void WORKBENCH_WINDOW::show_netlist(std::shared_ptr<const NETLIST> netlist)
     m_hierarchy->set_netlist(netlist);
     m_netlist = std::move(netlist);
     const QModelIndex top = m_hierarchy->index(0, 0);
+    const NETLIST_TOTALS totals = netlist_get_totals(*m_netlist, m_hierarchy->get_module(top));
     auto* const view = m_navigator != nullptr ? m_navigator->findChild<TOLV_TREE_VIEW*>() : nullptr;
-    if (view != nullptr &&
-        netlist_get_totals(*m_netlist, m_hierarchy->get_module(top)).instances <= LARGEST_OPEN_HIERARCHY)
-        view->expandAll();
+    if (view != nullptr && totals.instances <= LARGEST_OPEN_HIERARCHY)
+        QMetaObject::invokeMethod(m_navigator, "unfold_all");
     else if (view != nullptr)
         view->expand(view->model()->index(0, 0));
     if (path.isEmpty() || !select_path(path))
@@ -467,6 +502,10 @@ void WORKBENCH_WINDOW::show_netlist(std::shared_ptr<const NETLIST> netlist)
     say("add_note",
         tr("Opened %1, written by %2")
             .arg(get_shown_path(m_loader->get_file()), creator.isEmpty() ? tr("an unknown tool") : creator));
+    if (totals.levels > std::uint32_t(HIERARCHY_MODEL::LARGEST_DEPTH))
+        say("add_note", tr("The design has %1 levels of hierarchy; the navigator shows the first %2")
+                            .arg(workbench_format_count(totals.levels))
+                            .arg(HIERARCHY_MODEL::LARGEST_DEPTH));
     show_status();
 }
 

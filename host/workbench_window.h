@@ -12,6 +12,7 @@
 #include <memory>
 
 class GALLERY_WINDOW;
+class HIERARCHY_FILTER_MODEL;
 class HIERARCHY_MODEL;
 class NETLIST_BIT_NAMES;
 class PREFERENCES_DIALOG;
@@ -23,6 +24,7 @@ class QTreeView;
 class TOLV_DOCK_WIDGET;
 class TOLV_MDI_AREA;
 class WORKBENCH_ACTIONS;
+class WORKBENCH_CONSTRAINTS;
 class WORKBENCH_DOCKS;
 class WORKBENCH_DOCUMENTS;
 class WORKBENCH_LOADER;
@@ -54,6 +56,8 @@ public:
 
     /// The documents in the middle.
     WORKBENCH_DOCUMENTS* get_documents() const;
+    /// The assignments of the open design.
+    WORKBENCH_CONSTRAINTS* get_constraints() const;
     /// Takes over the layout of the session before, and keeps the present one when the window is closed.
     void keep_layout();
 
@@ -88,10 +92,13 @@ protected:
 private slots:
     void ask_for_file();
     void show_about();
+    void add_note(const QString& text);
+    void add_error(const QString& text);
     void apply_drawing_resources();
     void show_progress(int percent);
     void take_result();
     void show_instance(const QModelIndex& index);
+    void show_schematic_of(const QModelIndex& index);
     void show_selected_object();
     void enter_cell(int cell);
     void choose_cell(int cell);
@@ -140,9 +147,11 @@ private:
 
     WORKBENCH_LOADER* m_loader;
     HIERARCHY_MODEL* m_hierarchy;
+    HIERARCHY_FILTER_MODEL* m_hierarchy_filter; ///< what the navigator shows
     PROPERTY_MODEL* m_properties;
     WORKBENCH_ACTIONS* m_actions;
     WORKBENCH_DOCKS* m_docks;
+    WORKBENCH_CONSTRAINTS* m_constraints;
     TOLV_MDI_AREA* m_mdi_area = nullptr;
     WORKBENCH_DOCUMENTS* m_documents = nullptr;
     QPersistentModelIndex m_instance; ///< the chosen one

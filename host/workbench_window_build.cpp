@@ -2,7 +2,7 @@
 
 #include "workbench_window.h"
 
-#include "hierarchy_model.h"
+#include "hierarchy_filter_model.h"
 #include "property_model.h"
 #include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
@@ -11,6 +11,7 @@
 #include "tolv_tool_bar.h"
 #include "tolv_tree_view.h"
 #include "workbench_actions.h"
+#include "workbench_constraints.h"
 #include "workbench_docks.h"
 #include "workbench_documents.h"
 #include "workbench_module_view.h"
@@ -65,7 +66,9 @@ void WORKBENCH_WINDOW::create_docks()
     m_messages = m_docks->add_from_module(TOLV_DOCK_MESSAGES, TOLV_SHOW_MESSAGES_ACTION, Qt::BottomDockWidgetArea);
     m_console = m_docks->add_from_module(TOLV_DOCK_CONSOLE, TOLV_SHOW_TCL_CONSOLE_ACTION, Qt::BottomDockWidgetArea);
     m_task_status = m_docks->add_from_module(TOLV_DOCK_STATUS, TOLV_SHOW_TASKS_ACTION, Qt::BottomDockWidgetArea);
-    for (TOLV_DOCK_WIDGET* dock : {m_console, m_task_status})
+    TOLV_DOCK_WIDGET* const assignments = m_docks->add(
+        "assignments_dock", tr("Assignments"), m_constraints->get_panel(), TOLV_ACTION_NONE, Qt::BottomDockWidgetArea);
+    for (TOLV_DOCK_WIDGET* dock : {m_console, m_task_status, assignments})
     {
         if (m_messages != nullptr && dock != nullptr)
             tabifyDockWidget(m_messages, dock);
@@ -77,13 +80,16 @@ void WORKBENCH_WINDOW::create_docks()
     }
     if (m_navigator != nullptr)
     {
-        QAbstractItemModel* const hierarchy = m_hierarchy;
+        QAbstractItemModel* const hierarchy = m_hierarchy_filter;
         QMetaObject::invokeMethod(m_navigator, "set_source_model", Q_ARG(QAbstractItemModel*, hierarchy));
         TOLV_SAFE_CONNECT(m_navigator, SIGNAL(current_changed(QModelIndex)), this, SLOT(show_instance(QModelIndex)));
+        TOLV_SAFE_CONNECT(m_navigator, SIGNAL(icon_clicked(QModelIndex)), this, SLOT(show_schematic_of(QModelIndex)));
         resizeDocks({m_navigator, totals}, {get_dock_size(this, 48, 1).width(), get_dock_size(this, 42, 1).width()},
                     Qt::Horizontal);
     }
     resizeDocks({totals, properties}, {340, 420}, Qt::Vertical);
+    TOLV_SAFE_CONNECT(m_constraints, SIGNAL(noted(QString)), this, SLOT(add_note(QString)));
+    TOLV_SAFE_CONNECT(m_constraints, SIGNAL(failed(QString)), this, SLOT(add_error(QString)));
 }
 
 void WORKBENCH_WINDOW::create_property_view()
@@ -111,6 +117,8 @@ void WORKBENCH_WINDOW::create_file_menu()
     QAction* const reload_action = m_actions->create(TOLV_RELOAD_ACTION, SLOT(reload()));
     reload_action->setShortcut(QKeySequence::Refresh);
     menu->addAction(reload_action);
+    menu->addSeparator();
+    m_constraints->fill_menu(menu);
     menu->addSeparator();
     menu->addAction(m_actions->create(TOLV_PRINT_ACTION, SLOT(print())));
     menu->addSeparator();

@@ -1,5 +1,3 @@
-#include "hierarchy_model.h"
-#include "netlist_generator.h"
 #include "netlist_properties.h"
 #include "netlist_reader.h"
 #include "netlist_table_model.h"
@@ -9,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
 
 namespace
 {
@@ -86,91 +83,6 @@ QStringList rows_of(const PROPERTY_MODEL::GROUP& group)
     return texts;
 }
 } // namespace
-
-// ---- Hierarchy ------------------------------------------------------------------------------------------------------
-
-TEST(host_hierarchy_model, keeps_the_rules_of_models_while_it_is_filled_and_emptied)
-{
-    HIERARCHY_MODEL model;
-    const TESTER tester(&model, TESTER::FailureReportingMode::Fatal);
-    model.set_netlist(read());
-    model.fetchMore(model.index(0, 0));
-    model.fetchMore(model.index(0, 0, model.index(0, 0)));
-    model.set_netlist(read_design("synth"));
-    model.find_path({"serial_station", "u_uart", "u_rx_fifo"});
-    model.set_netlist(nullptr);
-    EXPECT_EQ(0, model.rowCount());
-    EXPECT_FALSE(model.hasChildren());
-}
-
-TEST(host_hierarchy_model, shows_tops_and_instances_with_their_modules_and_cells)
-{
-    HIERARCHY_MODEL model;
-    model.set_netlist(read());
-    EXPECT_EQ((QStringList{"Instance", "Module", "Cells"}), titles_of(model));
-    ASSERT_EQ(2, model.rowCount());
-    EXPECT_EQ((QStringList{"top", "top", "10"}), row_at(model, 0));
-    EXPECT_EQ((QStringList{"other", "other", "1"}), row_at(model, 1));
-    const QModelIndex top = model.index(0, 0);
-    model.fetchMore(top);
-    ASSERT_EQ(2, model.rowCount(top));
-    EXPECT_EQ((QStringList{"m", "mid", "7"}), row_at(model, 0, top));
-    EXPECT_EQ((QStringList{"l", "leaf_source", "3"}), row_at(model, 1, top));
-    EXPECT_EQ("leaf", model.index(1, 0, top).data(Qt::ToolTipRole).toString());
-    EXPECT_EQ(int(LEAF), int(model.get_module(model.index(1, 0, top))));
-}
-
-TEST(host_hierarchy_model, instances_appear_when_they_are_fetched)
-{
-    HIERARCHY_MODEL model;
-    model.set_netlist(read());
-    const QModelIndex top = model.index(0, 0);
-    EXPECT_EQ(0, model.rowCount(top));
-    EXPECT_TRUE(model.hasChildren(top));
-    EXPECT_TRUE(model.canFetchMore(top));
-    QSignalSpy spy(&model, SIGNAL(rowsInserted(QModelIndex, int, int)));
-    model.fetchMore(top);
-    model.fetchMore(top);
-    EXPECT_EQ(1, spy.count());
-    EXPECT_FALSE(model.canFetchMore(top));
-    EXPECT_FALSE(model.hasChildren(model.index(1, 0, top)));
-    EXPECT_FALSE(model.hasChildren(model.index(0, 1, QModelIndex())));
-    EXPECT_FALSE(model.canFetchMore(QModelIndex()));
-}
-
-TEST(host_hierarchy_model, a_path_leads_to_an_instance_and_back)
-{
-    HIERARCHY_MODEL model;
-    model.set_netlist(read());
-    const QModelIndex index = model.find_path({"top", "m", "u2"});
-    ASSERT_TRUE(index.isValid());
-    EXPECT_EQ((QStringList{"top", "m", "u2"}), model.get_path(index));
-    EXPECT_EQ(1, index.row());
-    EXPECT_FALSE(model.find_path({"top", "m", "x"}).isValid()); // a leaf cell
-    EXPECT_FALSE(model.find_path({"m"}).isValid());
-    EXPECT_FALSE(model.find_path({}).isValid());
-    EXPECT_EQ(QStringList(), model.get_path(QModelIndex()));
-}
-
-TEST(host_hierarchy_model, an_instance_is_found_by_its_cell)
-{
-    HIERARCHY_MODEL model;
-    model.set_netlist(read());
-    const QModelIndex mid = model.find_path({"top", "m"});
-    EXPECT_EQ("u2", model.find_instance(mid, 2).data().toString());
-    EXPECT_FALSE(model.find_instance(mid, 1).isValid());
-    EXPECT_FALSE(model.find_instance(QModelIndex(), 0).isValid());
-}
-
-TEST(host_hierarchy_model, a_design_of_a_thousand_billion_instances_costs_only_what_is_opened)
-{
-    HIERARCHY_MODEL model;
-    model.set_netlist(read(NETLIST_GENERATOR::make_doubling(40, 1)));
-    QStringList path{"m40"};
-    for (int i = 0; i < 40; ++i)
-        path.append("v");
-    EXPECT_EQ("m0", text_at(model, model.find_path(path).row(), 1, model.find_path(path).parent()));
-}
 
 // ---- Tables ---------------------------------------------------------------------------------------------------------
 

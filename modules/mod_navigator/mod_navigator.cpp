@@ -1,5 +1,6 @@
 #include "mod_navigator.h"
 
+#include "navigator_tree_view.h"
 #include "tolv_global.h"
 #include "tolv_main_window.h"
 #include "tolv_tree_filter_model.h"
@@ -8,7 +9,9 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -40,17 +43,21 @@ QString get_page_title(const QString& page)
 } // namespace
 
 NAVIGATOR_PAGE_DOCK::NAVIGATOR_PAGE_DOCK(const QString& page, QWidget* parent)
-    : TOLV_DOCK_WIDGET(get_page_title(page), parent), m_view(new TOLV_TREE_VIEW(this))
+    : TOLV_DOCK_WIDGET(get_page_title(page), parent), m_view(new NAVIGATOR_TREE_VIEW(page, this)),
+      m_note(new QLabel(this))
 {
     setObjectName(page + QStringLiteral("_dock"));
-    m_view->setObjectName(page);
     m_view->setAccessibleName(windowTitle());
     m_view->set_registry_string(QStringLiteral("navigator_") + page);
-    m_view->setUniformRowHeights(true);
-    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     initialize_with_search_widget(m_view, true);
+    m_note->setObjectName(page + QStringLiteral("_note"));
+    m_note->setMargin(2);
+    m_note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a long note must not widen the window
+    m_note->hide();
+    widget()->layout()->addWidget(m_note);
     TOLV_SAFE_CONNECT(this, SIGNAL(filter_option_changed(QString)), this, SLOT(apply_filter(QString)));
+    TOLV_SAFE_CONNECT(m_view, SIGNAL(icon_clicked(QModelIndex)), this, SLOT(report_icon(QModelIndex)));
+    TOLV_SAFE_CONNECT(m_view, SIGNAL(unfolding_ended(bool)), this, SLOT(take_unfolding(bool)));
     TOLV_SAFE_CONNECT(m_view, SIGNAL(activated(QModelIndex)), this, SLOT(report_activated(QModelIndex)));
 }
 
@@ -59,7 +66,7 @@ NAVIGATOR_PAGE_DOCK::~NAVIGATOR_PAGE_DOCK()
     save_columns();
 }
 
-TOLV_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
+NAVIGATOR_TREE_VIEW* NAVIGATOR_PAGE_DOCK::get_view() const
 {
     return m_view;
 }
@@ -68,21 +75,24 @@ void NAVIGATOR_PAGE_DOCK::set_source_model(QAbstractItemModel* model)
 {
     save_columns();
     QSortFilterProxyModel* const old_filter = m_filter;
-    if (old_filter != nullptr && old_filter->sourceModel() != nullptr)
-        old_filter->sourceModel()->disconnect(this);
-    m_view->setModel(nullptr);
+    if (old_filter != nullptr)
+        old_filter->disconnect(this);
+    m_view->show_model(nullptr);
+    m_unfolded.clear();
+    m_has_columns = false;
     m_filter = make_filter(model);
     if (old_filter != nullptr && old_filter->parent() == this)
         old_filter->deleteLater();
+    show_note();
     if (m_filter == nullptr)
         return;
-    m_view->setModel(m_filter);
-    m_view->header()->setMinimumSectionSize(m_view->fontMetrics().averageCharWidth() * 6);
+    m_view->show_model(m_filter);
     if (m_filter->rowCount() == 1)
         m_view->expand(m_filter->index(0, 0));
     connect_selection();
-    TOLV_SAFE_CONNECT(model, SIGNAL(modelAboutToBeReset()), this, SLOT(save_columns()));
-    TOLV_SAFE_CONNECT(model, SIGNAL(modelReset()), this, SLOT(load_columns_later()));
+    TOLV_SAFE_CONNECT(m_filter, SIGNAL(modelAboutToBeReset()), this, SLOT(save_columns()));
+    TOLV_SAFE_CONNECT(m_filter, SIGNAL(modelReset()), this, SLOT(load_columns_later()));
+    TOLV_SAFE_CONNECT(m_filter, SIGNAL(modelReset()), this, SLOT(refresh_filtering()));
     load_columns_later();
 }
 
@@ -115,6 +125,12 @@ void NAVIGATOR_PAGE_DOCK::load_columns()
 {
     if (m_view->model() == nullptr || m_view->model()->rowCount() == 0)
         return;
+    for (int column = 1; column < m_view->model()->columnCount() && !m_has_columns; ++column)
+    {
+        if (m_view->model()->headerData(column, Qt::Horizontal, Qt::UserRole).toBool())
+            m_view->setColumnHidden(column, true);
+    }
+    m_has_columns = true;
     m_view->load_column_visibility_from_registry();
     const int largest = m_view->fontMetrics().averageCharWidth() * LARGEST_COLUMN;
     for (int column = 0; column < m_view->model()->columnCount(); ++column)
@@ -147,6 +163,11 @@ void NAVIGATOR_PAGE_DOCK::set_current(const QModelIndex& index)
     m_view->scrollTo(shown);
 }
 
+void NAVIGATOR_PAGE_DOCK::unfold_all()
+{
+    m_view->unfold_all();
+}
+
 /// Empties the line, too, so that it says what is in force.
 void NAVIGATOR_PAGE_DOCK::end_filter()
 {
@@ -162,16 +183,78 @@ void NAVIGATOR_PAGE_DOCK::apply_filter(const QString& text)
     auto* const filter = qobject_cast<TOLV_TREE_FILTER_PROXY_MODEL*>(m_filter);
     if (filter == nullptr)
         return;
-    // What was open before the filtering is open again behind it; rows that match are opened up to the top.
-    const bool is_filtering = !text.trimmed().isEmpty();
     const bool was_filtering = !filter->filterRegularExpression().pattern().isEmpty();
-    if (is_filtering && !was_filtering)
-        m_view->save_expandable_state(QModelIndex(), true);
+    if (!was_filtering)
+        m_unfolded = m_view->get_unfolded();
     filter->start_filter(text, false, true);
-    if (is_filtering)
-        m_view->expandAll();
-    else if (was_filtering)
-        m_view->restore_expandable_state();
+    if (!filter->filterRegularExpression().pattern().isEmpty())
+    {
+        unfold_matches(*filter);
+        return;
+    }
+    m_is_all_unfolded = true;
+    if (was_filtering)
+    {
+        m_view->set_unfolded(m_unfolded);
+        m_view->scrollTo(m_view->currentIndex());
+    }
+    show_note();
+}
+
+/// Unfolds the ways to all rows that match, but not what is below the last match of a way.
+void NAVIGATOR_PAGE_DOCK::unfold_matches(const TOLV_TREE_FILTER_PROXY_MODEL& filter)
+{
+    m_view->fold_all();
+    m_view->unfold(QModelIndex(),
+                   [&filter](const QModelIndex& index)
+                   {
+                       const QModelIndex source = filter.mapToSource(index);
+                       return filter.children_is_accepted(source.row(), source.parent());
+                   });
+}
+
+void NAVIGATOR_PAGE_DOCK::take_unfolding(bool is_complete)
+{
+    m_is_all_unfolded = is_complete;
+    show_note();
+}
+
+/// The rows are new, the filter is in force as before.
+void NAVIGATOR_PAGE_DOCK::refresh_filtering()
+{
+    m_unfolded.clear();
+    m_is_all_unfolded = true;
+    const auto* const filter = qobject_cast<TOLV_TREE_FILTER_PROXY_MODEL*>(m_filter);
+    if (filter != nullptr && !filter->filterRegularExpression().pattern().isEmpty())
+        unfold_matches(*filter);
+    else
+        show_note();
+}
+
+/// Says how many rows match, and that rows were left out.
+void NAVIGATOR_PAGE_DOCK::show_note()
+{
+    QStringList texts;
+    const auto* const filter = qobject_cast<TOLV_TREE_FILTER_PROXY_MODEL*>(m_filter);
+    if (filter != nullptr && !filter->filterRegularExpression().pattern().isEmpty())
+    {
+        const QVariant property = filter->property("match_count");
+        const qulonglong count = property.isValid()
+                                     ? property.toULongLong()
+                                     : qulonglong(TOLV_TREE_FILTER_PROXY_MODEL::get_search_result_count());
+        texts << (count == 0   ? tr("No matches")
+                  : count == 1 ? tr("1 match")
+                               : tr("%1 matches").arg(QLocale().toString(count)));
+    }
+    if (!m_is_all_unfolded)
+        texts << tr("only the first %1 rows are unfolded")
+                     .arg(QLocale().toString(NAVIGATOR_TREE_VIEW::LARGEST_UNFOLDING));
+    QString text = texts.join(QStringLiteral("; "));
+    if (!text.isEmpty())
+        text[0] = text.at(0).toUpper();
+    m_note->setText(text);
+    m_note->setToolTip(text);
+    m_note->setVisible(!text.isEmpty());
 }
 
 void NAVIGATOR_PAGE_DOCK::report_current()
@@ -182,6 +265,11 @@ void NAVIGATOR_PAGE_DOCK::report_current()
 void NAVIGATOR_PAGE_DOCK::report_activated(const QModelIndex& index)
 {
     emit activated(map_to_source(index));
+}
+
+void NAVIGATOR_PAGE_DOCK::report_icon(const QModelIndex& index)
+{
+    emit icon_clicked(map_to_source(index));
 }
 
 NAVIGATOR_DOCK::NAVIGATOR_DOCK(QWidget* parent)

@@ -4,15 +4,19 @@
 
 #include "tolv_dock_widget.h"
 
+#include <QPersistentModelIndex>
 #include <QPointer>
+#include <QVector>
 
+class NAVIGATOR_TREE_VIEW;
 class QAbstractItemModel;
 class QComboBox;
+class QLabel;
 class QModelIndex;
 class QSortFilterProxyModel;
 class QStackedWidget;
 class TOLV_MAIN_WINDOW;
-class TOLV_TREE_VIEW;
+class TOLV_TREE_FILTER_PROXY_MODEL;
 
 /// One page of the project: a tree of what the tool hands over, with a line that filters it. A tool that does not link
 /// to the module uses slots and signals by name:
@@ -20,7 +24,12 @@ class TOLV_TREE_VIEW;
 ///     QMetaObject::invokeMethod(dock, "set_source_model", Q_ARG(QAbstractItemModel*, model));
 ///
 /// A model of the class TOLV_TREE_FILTER_MODEL is filtered by its own filter, any other by one of the page. Indexes in
-/// signals and slots are those of the tool's model. The model stays the tool's.
+/// signals and slots are those of the tool's model: of the filter's source, where it has a filter. The model stays the
+/// tool's.
+///
+/// Columns whose headers say true in Qt::UserRole are hidden until the user shows them. Rows are dragged and copied as
+/// the model's own data. A filter that has a property "match_count" is asked for it, so that it need not look at all
+/// rows to count them. What is unfolded before a filtering is so again behind it.
 class NAVIGATOR_PAGE_DOCK : public TOLV_DOCK_WIDGET
 {
     Q_OBJECT
@@ -32,7 +41,7 @@ public:
     ~NAVIGATOR_PAGE_DOCK() override;
 
     /// The tree, with the object name of the page.
-    TOLV_TREE_VIEW* get_view() const;
+    NAVIGATOR_TREE_VIEW* get_view() const;
 
 public slots:
     /// Shows a model, null for none.
@@ -40,12 +49,16 @@ public slots:
     /// Makes an index of the tool's model the current one, visible and with its parents open; one that the filter hides
     /// ends the filtering.
     void set_current(const QModelIndex& index);
+    /// Unfolds all rows, or as many as anybody can look at.
+    void unfold_all();
 
 signals:
     /// Another row is the current one.
     void current_changed(const QModelIndex& index);
     /// A row was double-clicked, or Enter pressed on it.
     void activated(const QModelIndex& index);
+    /// The icon of a row was clicked, where it is a button.
+    void icon_clicked(const QModelIndex& index);
 
 private slots:
     void save_columns();
@@ -54,15 +67,24 @@ private slots:
     void apply_filter(const QString& text);
     void report_current();
     void report_activated(const QModelIndex& index);
+    void report_icon(const QModelIndex& index);
+    void take_unfolding(bool is_complete);
+    void refresh_filtering();
 
 private:
     QModelIndex map_to_source(const QModelIndex& index) const;
     void connect_selection();
     void end_filter();
     QSortFilterProxyModel* make_filter(QAbstractItemModel* model);
+    void unfold_matches(const TOLV_TREE_FILTER_PROXY_MODEL& filter);
+    void show_note();
 
-    TOLV_TREE_VIEW* m_view;
-    QPointer<QSortFilterProxyModel> m_filter; ///< null where there is no model
+    NAVIGATOR_TREE_VIEW* m_view;
+    QLabel* m_note;
+    QPointer<QSortFilterProxyModel> m_filter;  ///< null where there is no model
+    QVector<QPersistentModelIndex> m_unfolded; ///< before the filtering, in the tool's model
+    bool m_is_all_unfolded = true;
+    bool m_has_columns = false; ///< those of the model have been loaded once
 };
 
 /// The project navigator: all pages in one window, one shown at a time.
