@@ -1,5 +1,6 @@
 #include "gui_driver.h"
 #include "gui_test.h"
+#include "picture.h"
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button.h"
 #include "tolv_dock_widget_button_bar.h"
@@ -244,6 +245,15 @@ TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, removing_a_button_that_is_not_there_changes_no
     bar->remove_button(&button);
 }
 
+TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, removing_a_button_that_is_elsewhere_takes_it_out_of_there)
+{
+    QWidget elsewhere;
+    auto button = std::make_unique<TOLV_DOCK_WIDGET_BUTTON>(make_dock(), &elsewhere);
+    get_bar(Qt::LeftToolBarArea)->remove_button(button.get());
+    EXPECT_EQ(nullptr, button->parent());
+    EXPECT_FALSE(get_bar(Qt::LeftToolBarArea)->isVisible());
+}
+
 TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, a_button_is_on_one_bar_at_most)
 {
     TOLV_DOCK_WIDGET_BUTTON_BAR* const left = get_bar(Qt::LeftToolBarArea);
@@ -304,6 +314,26 @@ TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, a_main_window_goes_with_buttons_on_and_off_its
     EXPECT_EQ(nullptr, on_bar);
     EXPECT_EQ(nullptr, elsewhere);
     EXPECT_EQ(nullptr, off_bar);
+}
+
+TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, a_button_does_not_stand_out_from_its_bar)
+{
+    for (const Qt::ToolBarArea area :
+         {Qt::LeftToolBarArea, Qt::RightToolBarArea, Qt::TopToolBarArea, Qt::BottomToolBarArea})
+    {
+        TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = get_bar(area);
+        const QColor color = bar->palette().color(QPalette::Window);
+        TOLV_DOCK_WIDGET_BUTTON button(make_dock());
+        button.set_area(area);
+        bar->add_button(&button);
+        GUI_DRIVER::process_posted();
+        const QImage picture = render_widget(bar);
+        EXPECT_EQ(color, picture.pixelColor(button.geometry().topLeft())) << area;
+        const QRect ground = bar->rect().adjusted(2, 2, -2, -2);
+        for (const QPoint& point : {ground.topLeft(), ground.topRight(), ground.bottomLeft(), ground.bottomRight()})
+            EXPECT_EQ(color, picture.pixelColor(point)) << area;
+        bar->remove_button(&button);
+    }
 }
 
 TEST_F(TOLV_DOCK_BUTTON_BAR_TEST, a_full_bar_keeps_its_window_usable)

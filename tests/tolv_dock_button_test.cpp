@@ -16,6 +16,7 @@
 #include <QTextEdit>
 #include <QTransform>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -81,6 +82,18 @@ QImage turn(const QImage& picture, int degrees)
     return turned;
 }
 
+/// Counts how often a widget is painted.
+class PAINT_COUNTER : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int m_count = 0;
+};
+
 /// What the style makes of a tool button, on the colour of the window.
 QImage paint_by_style(const QToolButton& button)
 {
@@ -94,7 +107,6 @@ QImage paint_by_style(const QToolButton& button)
     QImage picture(button.size(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(button.palette().color(QPalette::Window));
     QPainter painter(&picture);
-    painter.setFont(button.font());
     button.style()->drawComplexControl(QStyle::CC_ToolButton, &option, &painter, &button);
     return picture;
 }
@@ -188,14 +200,16 @@ TEST_F(TOLV_DOCK_BUTTON_TEST, the_size_hint_stands_at_the_left_and_at_the_right)
 
 TEST_F(TOLV_DOCK_BUTTON_TEST, setting_the_edge_paints_the_button_again)
 {
-    TOLV_DOCK_WIDGET* const dock = add_unpinned_dock("Messages");
+    const TOLV_DOCK_WIDGET* const dock = add_unpinned_dock("Messages");
     GUI_DRIVER::show(m_window.get());
     TOLV_DOCK_WIDGET_BUTTON* const button = find_button(dock);
-    dock->setWindowTitle(QStringLiteral("Other"));
     GUI_DRIVER::process_posted();
-    button->setText(QStringLiteral("Stale"));
+    PAINT_COUNTER counter;
+    button->installEventFilter(&counter);
+    GUI_DRIVER::process_posted();
+    ASSERT_EQ(0, counter.m_count);
     button->set_area(Qt::LeftToolBarArea);
-    EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return button->text() == QLatin1String("Other"); }));
+    EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return counter.m_count > 0; }));
 }
 
 TEST_F(TOLV_DOCK_BUTTON_TEST, a_lying_button_looks_like_a_tool_button_on_the_windows_colour)
@@ -344,6 +358,51 @@ TEST_F(TOLV_DOCK_BUTTON_TEST, at_most_one_window_of_an_edge_is_out)
         EXPECT_TRUE(elsewhere->isVisible());
         EXPECT_TRUE(find_button(elsewhere)->isChecked());
     }
+}
+
+TEST_F(TOLV_DOCK_BUTTON_TEST, the_window_comes_before_the_others_of_the_edge_go)
+{
+    const TOLV_DOCK_WIDGET* const first = add_unpinned_dock("First");
+    const TOLV_DOCK_WIDGET* const second = add_unpinned_dock("Second");
+    GUI_DRIVER::show(m_window.get());
+    GUI_DRIVER::click(find_button(first));
+    QStringList order;
+    const QObject scope; // of the connections
+    QObject::connect(second, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
+                     [&](bool active) { order << (active ? QStringLiteral("second comes") : QString()); });
+    QObject::connect(first, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
+                     [&](bool active) { order << (active ? QString() : QStringLiteral("first goes")); });
+    GUI_DRIVER::click(find_button(second));
+    EXPECT_EQ(QStringList({"second comes", "first goes"}), order);
+}
+
+TEST_F(TOLV_DOCK_BUTTON_TEST, a_host_may_take_buttons_off_the_bar_when_it_hears_of_a_window_that_goes)
+{
+    QVector<TOLV_DOCK_WIDGET*> docks;
+    for (const char* title : {"A", "B", "C", "D"})
+        docks << add_unpinned_dock(title);
+    GUI_DRIVER::show(m_window.get());
+    TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = m_window->m_button_bars.value(Qt::LeftToolBarArea);
+    // Whichever of them goes first, the others lose their buttons and stay.
+    const QObject scope; // of the connections
+    const auto buttons = bar->m_buttons.keys();
+    TOLV_DOCK_WIDGET_BUTTON* const chosen = buttons.constFirst();
+    for (TOLV_DOCK_WIDGET* dock : qAsConst(docks))
+    {
+        dock->show();
+        QObject::connect(dock, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
+                         [=](bool active)
+                         {
+                             for (TOLV_DOCK_WIDGET_BUTTON* button : bar->m_buttons.keys())
+                             {
+                                 if (!active && button != chosen && button->get_dock() != dock)
+                                     delete button;
+                             }
+                         });
+    }
+    chosen->on_clicked(true);
+    EXPECT_EQ(2, bar->m_buttons.size());
+    EXPECT_EQ(3, std::count_if(docks.begin(), docks.end(), [](const QWidget* dock) { return dock->isVisible(); }));
 }
 
 TEST_F(TOLV_DOCK_BUTTON_TEST, unchecking_the_other_buttons_is_no_click)

@@ -254,6 +254,19 @@ TEST_F(TOLV_DOCK_MGR_TEST, without_a_main_window_the_factory_gets_a_new_one)
     window->setParent(nullptr);
 }
 
+TEST_F(TOLV_DOCK_MGR_TEST, without_a_main_window_a_new_one_is_made_before_the_window_is_looked_up)
+{
+    const QWidgetList before = QApplication::topLevelWidgets();
+    EXPECT_EQ(nullptr, m_manager.create_dock_widget(static_cast<TOLV_DOCK_ENUM>(17), nullptr));
+    QWidgetList made = QApplication::topLevelWidgets();
+    for (QWidget* window : before)
+        made.removeOne(window);
+    ASSERT_EQ(1, made.size());
+    EXPECT_NE(nullptr, qobject_cast<TOLV_MAIN_WINDOW*>(made.constFirst()));
+    EXPECT_EQ(LINES{}, take_messages());
+    delete made.constFirst();
+}
+
 // ---- Failures -------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_DOCK_MGR_TEST, a_module_that_is_missing_gives_the_message_with_its_name)
@@ -417,6 +430,17 @@ TEST_F(TOLV_DOCK_MGR_TEST, the_factory_gets_the_element_itself)
     ASSERT_NE(nullptr, window);
     EXPECT_EQ(QStringLiteral("Second"), window->windowTitle());
     EXPECT_EQ(nullptr, window->parentWidget());
+}
+
+TEST_F(TOLV_DOCK_MGR_TEST, the_text_of_a_child_is_its_first_node)
+{
+    add_module("mod_own");
+    const std::unique_ptr<TOLV_DOCK_WIDGET> window(m_manager.create_dock_widget(
+        std::string("<d><dll_name>mod_own<more/>mod_other</dll_name><dll_name>mod_other</dll_name>"
+                    "<access_function>make_described<!-- ours --></access_function></d>"),
+        nullptr, Qt::WindowFlags()));
+    EXPECT_NE(nullptr, window);
+    EXPECT_EQ(LINES{}, take_messages());
 }
 
 TEST_F(TOLV_DOCK_MGR_TEST, a_bad_description_is_null_without_a_message)

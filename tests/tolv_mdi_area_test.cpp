@@ -189,6 +189,50 @@ TEST_F(TOLV_MDI_AREA_TEST, the_choice_can_be_taken_anew)
     EXPECT_EQ(Qt::ElideNone, get_tab_bar()->elideMode());
 }
 
+TEST_F(TOLV_MDI_AREA_TEST, the_tab_bar_is_set_up_whatever_it_was_before)
+{
+    get_tab_bar()->setElideMode(Qt::ElideRight);
+    get_tab_bar()->setDocumentMode(false);
+    get_tab_bar()->setExpanding(true);
+    m_area->set_tabs();
+    EXPECT_EQ(Qt::ElideNone, get_tab_bar()->elideMode());
+    EXPECT_TRUE(get_tab_bar()->documentMode());
+    EXPECT_FALSE(get_tab_bar()->expanding());
+}
+
+TEST_F(TOLV_MDI_AREA_TEST, a_damaged_choice_counts_as_what_it_says_at_most)
+{
+    // What is no truth value is none; what cannot be read at all leaves tabs.
+    for (const auto& [stored, mode] :
+         {std::make_pair(QVariant(QStringLiteral("false")), QMdiArea::SubWindowView),
+          std::make_pair(QVariant(0), QMdiArea::SubWindowView), std::make_pair(QVariant(1), QMdiArea::TabbedView),
+          std::make_pair(QVariant(QStringLiteral("true")), QMdiArea::TabbedView)})
+    {
+        get_key().set_value(get_name(), stored);
+        m_area->set_tabs();
+        EXPECT_EQ(mode, m_area->viewMode()) << stored.toString().toStdString();
+    }
+}
+
+TEST_F(TOLV_MDI_AREA_TEST, close_buttons_can_be_seen_on_a_dark_and_on_a_light_palette)
+{
+    const std::pair<QColor, QColor> palettes[] = {{QColor(40, 42, 46), QColor(230, 232, 235)},
+                                                  {QColor(240, 240, 240), QColor(20, 20, 20)}};
+    add("top.v");
+    for (const auto& [ground, text] : palettes)
+    {
+        QPalette palette(ground, ground);
+        palette.setColor(QPalette::WindowText, text);
+        m_area->setPalette(palette);
+        QWidget* button = get_tab_bar()->tabButton(0, QTabBar::RightSide);
+        if (button == nullptr)
+            button = get_tab_bar()->tabButton(0, QTabBar::LeftSide);
+        ASSERT_NE(nullptr, button);
+        const QImage picture = render_widget(button);
+        EXPECT_TRUE(is_same_color(text, picture.pixelColor(picture.width() / 2, picture.height() / 2), 30));
+    }
+}
+
 // ---- Tool tips ------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_MDI_AREA_TEST, each_tab_gets_its_text_as_its_tool_tip)
@@ -260,6 +304,17 @@ TEST_F(TOLV_MDI_AREA_TEST, without_tabs_there_is_nothing_to_do)
     m_area->close_tab(0);
     EXPECT_EQ(0, document->m_close_count);
     EXPECT_EQ(1, m_area->subWindowList().size());
+}
+
+TEST_F(TOLV_MDI_AREA_TEST, the_tabs_are_the_areas_own_and_not_those_in_a_document)
+{
+    auto* const pages = new QTabWidget;
+    pages->setWindowTitle(QStringLiteral("top.v"));
+    pages->addTab(new QWidget, QStringLiteral("pump.v"));
+    m_area->addSubWindow(pages)->show();
+    m_area->update_tab_tooltips();
+    EXPECT_EQ(QStringLiteral("top.v"), get_tooltip(0));
+    EXPECT_EQ(QString(), pages->tabToolTip(0));
 }
 
 // ---- Closing --------------------------------------------------------------------------------------------------------

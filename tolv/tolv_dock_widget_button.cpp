@@ -24,7 +24,6 @@ QPixmap paint_upright(const QToolButton& button, const QStyleOptionToolButton& o
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(button.palette().color(QPalette::Window));
     QPainter painter(&pixmap);
-    painter.setFont(button.font());
     button.style()->drawComplexControl(QStyle::CC_ToolButton, &option, &painter, &button);
     return pixmap;
 }

@@ -4,11 +4,14 @@
 #include "tolv_mem.h"
 
 #include <QAction>
+#include <QPainter>
 
 TOLV_MEM_INITIALIZER();
 
 namespace
 {
+constexpr int EDGE = 2; // pixels that are the style's
+
 QString get_bar_title(Qt::ToolBarArea area)
 {
     switch (area)
@@ -57,6 +60,12 @@ void TOLV_DOCK_WIDGET_BUTTON_BAR::remove_button(TOLV_DOCK_WIDGET_BUTTON* button)
     button->setParent(nullptr);
     if (m_buttons.isEmpty())
         hide();
+}
+
+void TOLV_DOCK_WIDGET_BUTTON_BAR::paintEvent(QPaintEvent* event)
+{
+    QToolBar::paintEvent(event);
+    QPainter(this).fillRect(rect().adjusted(EDGE, EDGE, -EDGE, -EDGE), palette().color(QPalette::Window));
 }
 
 void TOLV_DOCK_WIDGET_BUTTON_BAR::leave_other_bar(TOLV_DOCK_WIDGET_BUTTON* button)

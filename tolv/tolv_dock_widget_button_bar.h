@@ -31,6 +31,10 @@ public:
     /// The buttons on the bar, each with its action, in no order that means anything.
     QMap<TOLV_DOCK_WIDGET_BUTTON*, QAction*> m_buttons;
 
+protected:
+    /// On the colour that the buttons have behind them, within the edges that the style draws.
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     void leave_other_bar(TOLV_DOCK_WIDGET_BUTTON* button);
 };

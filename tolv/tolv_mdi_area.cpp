@@ -9,6 +9,7 @@
 #include "tolv_image.h"
 #include "tolv_mem.h"
 #include "tolv_module.h"
+#include "tolv_tab_close_marks.h"
 #include "ver.h"
 
 #include <QHBoxLayout>
@@ -119,6 +120,7 @@ void TOLV_MDI_AREA::set_tabs()
         bar->setElideMode(Qt::ElideNone);
         bar->setDocumentMode(true);
         bar->setExpanding(false);
+        TOLV_TAB_CLOSE_MARKS::install(bar);
     }
 }
 

@@ -7,7 +7,8 @@
 
 /// The middle of a main window, where the open documents are, in tabs or in windows as the user's registry says
 /// (SUB_KEY_MDI_AREA, CFGQ_TOLV_SHOW_MDI_TABS). Behind them are a watermark with the product's version and, at the lower
-/// right, two pictures that open web pages. The title of a document has "[*]" where Qt shows that it is modified.
+/// right, two pictures that open web pages. The title of a document has "[*]" where Qt shows that it is modified. The
+/// close buttons of the tabs have the colour of their text (TOLV_TAB_CLOSE_MARKS).
 ///
 /// The operations on tabs take the first QTabBar below the area, which is the area's own in tabs; without one they do
 /// nothing.
