@@ -145,6 +145,25 @@ TEST_F(TOLV_VERTICAL_LABEL_TEST, the_room_for_the_ellipsis_is_what_the_margin_le
     expect_same_picture(draw_turned(cut, QRect(10, 10, 80, 20), Qt::black), render_widget(m_label.get()));
 }
 
+TEST_F(TOLV_VERTICAL_LABEL_TEST, a_label_of_its_own_size_shows_all_of_its_text)
+{
+    for (const char* text : {"W", "fff", "Project Navigator", "IP Catalogue, all vendors", "jjj"})
+        for (int size = 7; size < 20; ++size)
+        {
+            SCOPED_TRACE(testing::Message() << text << " in " << size);
+            QFont font = m_label->font();
+            font.setPixelSize(size);
+            m_label->setFont(font);
+            m_label->setText(QString::fromLatin1(text));
+            m_label->resize(m_label->sizeHint());
+            EXPECT_EQ(m_label->text(),
+                      m_label->fontMetrics().elidedText(m_label->text(), Qt::ElideRight, m_label->height()));
+            expect_same_picture(
+                draw_turned(m_label->text(), QRect(0, 0, m_label->height(), m_label->width()), Qt::black),
+                render_widget(m_label.get()));
+        }
+}
+
 TEST_F(TOLV_VERTICAL_LABEL_TEST, an_ampersand_is_a_character)
 {
     m_label->setText(QStringLiteral("A&B"));
@@ -199,6 +218,13 @@ TEST_F(TOLV_CLICKABLE_LABEL_TEST, any_button_counts)
     EXPECT_EQ(1, pressed.count());
     GUI_DRIVER::hover(m_label.get(), QPoint(20, 10));
     EXPECT_EQ(1, pressed.count());
+}
+
+TEST_F(TOLV_CLICKABLE_LABEL_TEST, a_double_click_is_two_presses)
+{
+    const QSignalSpy pressed(m_label.get(), SIGNAL(pressed()));
+    GUI_DRIVER::double_click(m_label.get(), QPoint(10, 10));
+    EXPECT_EQ(2, pressed.count());
 }
 
 TEST_F(TOLV_CLICKABLE_LABEL_TEST, a_press_does_not_reach_what_lies_below)
