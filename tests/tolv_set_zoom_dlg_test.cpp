@@ -7,14 +7,17 @@
 #include "tolv_zoom_scroll_area.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QVBoxLayout>
 
 #include <limits>
 #include <memory>
@@ -119,6 +122,20 @@ TEST_F(TOLV_SET_ZOOM_DLG_TEST, it_is_built_as_its_form_says)
     const auto* const buttons = GUI_DRIVER::find_widget<QDialogButtonBox>(&dialog, "buttonBox");
     EXPECT_EQ(Qt::Vertical, buttons->orientation());
     EXPECT_EQ(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, buttons->standardButtons());
+}
+
+TEST_F(TOLV_SET_ZOOM_DLG_TEST, it_comes_up_as_large_as_it_was_and_with_its_text_selected)
+{
+    {
+        TOLV_SET_ZOOM_DLG dialog(12.5F, 400);
+        ASSERT_TRUE(GUI_DRIVER::show(&dialog));
+        EXPECT_EQ(QStringLiteral("12.5%"), dialog.get_combo_box()->lineEdit()->selectedText());
+        dialog.resize(411, 99);
+        dialog.done(QDialog::Rejected);
+    }
+    TOLV_SET_ZOOM_DLG dialog(12.5F, 400);
+    ASSERT_TRUE(GUI_DRIVER::show(&dialog));
+    EXPECT_EQ(QSize(411, 99), dialog.size());
 }
 
 TEST_F(TOLV_SET_ZOOM_DLG_TEST, ok_accepts_and_cancel_rejects)
@@ -268,6 +285,46 @@ TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, it_asks_for_the_pages_in_each_direction)
         EXPECT_EQ(1, box->minimum());
         EXPECT_EQ(20, box->maximum());
     }
+}
+
+TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, the_sentence_stands_in_one_row)
+{
+    TOLV_MULTIPAGE_SETUP_DLG dialog(3, 7);
+    const auto* const column = qobject_cast<QVBoxLayout*>(dialog.layout());
+    ASSERT_NE(nullptr, column);
+    ASSERT_EQ(3, column->count());
+    EXPECT_NE(nullptr, qobject_cast<QLabel*>(column->itemAt(0)->widget()));
+    EXPECT_NE(nullptr, qobject_cast<QDialogButtonBox*>(column->itemAt(2)->widget()));
+    const auto* const group = qobject_cast<QGroupBox*>(column->itemAt(1)->widget());
+    ASSERT_NE(nullptr, group);
+    const auto* const grid = qobject_cast<QGridLayout*>(group->layout());
+    ASSERT_NE(nullptr, grid);
+    EXPECT_EQ(1, grid->rowCount());
+    QStringList sentence;
+    for (int i = 0; i < grid->columnCount(); ++i)
+    {
+        const QWidget* const widget = grid->itemAtPosition(0, i)->widget();
+        const auto* const label = qobject_cast<const QLabel*>(widget);
+        sentence << (label != nullptr ? label->text() : widget->objectName());
+    }
+    EXPECT_EQ(QStringList({"Fit to:", "m_pages_wide", "pages wide by", "m_pages_tall", "pages tall"}), sentence);
+}
+
+TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, the_tabulator_goes_from_the_first_number_to_the_buttons)
+{
+    TOLV_MULTIPAGE_SETUP_DLG dialog(3, 7);
+    ASSERT_TRUE(GUI_DRIVER::show(&dialog));
+    const auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+    const auto get_focus_name = [] { return QApplication::focusWidget()->objectName(); };
+    EXPECT_EQ(QStringLiteral("m_pages_wide"), get_focus_name());
+    GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);
+    EXPECT_EQ(QStringLiteral("m_pages_tall"), get_focus_name());
+    GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);
+    EXPECT_TRUE(buttons->isAncestorOf(QApplication::focusWidget()));
+    GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);
+    EXPECT_TRUE(buttons->isAncestorOf(QApplication::focusWidget()));
+    GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);
+    EXPECT_EQ(QStringLiteral("m_pages_wide"), get_focus_name());
 }
 
 TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, numbers_out_of_range_show_as_the_nearest)

@@ -1,3 +1,4 @@
+#include "gui_driver.h"
 #include "gui_test.h"
 #include "picture.h"
 #include "recording_paint_device.h"
@@ -84,6 +85,20 @@ TEST_F(TOLV_VIEW_PAINT_TEST, the_view_draws_itself_in_logical_coordinates)
     EXPECT_EQ(QRect(0, 0, 120, 90), view.last_rect);
     EXPECT_FALSE(view.last_printing);
     EXPECT_EQ(QRect(0, 0, 120, 90), view.last_event_rect);
+}
+
+TEST_F(TOLV_VIEW_PAINT_TEST, a_part_that_is_painted_anew_is_told_by_the_event_and_the_whole_by_the_rectangle)
+{
+    DRAWING_VIEW view;
+    view.resize(120, 90);
+    ASSERT_TRUE(GUI_DRIVER::show(&view));
+    ASSERT_TRUE(GUI_DRIVER::wait_for([&] { return view.count > 0; }));
+    GUI_DRIVER::process_posted();
+    view.count = 0;
+    view.repaint(10, 20, 30, 40);
+    EXPECT_EQ(1, view.count);
+    EXPECT_EQ(QRect(0, 0, 120, 90), view.last_rect);
+    EXPECT_EQ(QRect(10, 20, 30, 40), view.last_event_rect);
 }
 
 TEST_F(TOLV_VIEW_PAINT_TEST, a_dense_screen_shows_the_same_at_more_pixels)
@@ -260,6 +275,7 @@ TEST_F(TOLV_VIEW_LOCATE_TEST, the_label_shrinks_to_the_centre_within_the_time)
     animation()->setCurrentTime(500);
     EXPECT_EQ(QRect(129, 139, 0, 0), label()->geometry());
     EXPECT_EQ(QAbstractAnimation::Stopped, animation()->state());
+    GUI_DRIVER::process_posted();
     EXPECT_NE(nullptr, animation()); // kept when stopped
 }
 

@@ -327,6 +327,8 @@ TEST_F(TOLV_VIEW_TEST, a_logical_size_is_cut_off)
     view.set_zoom(4.0F);
     EXPECT_EQ(QSize(2, 1), view.get_logical(QSize(11, 7)));
     EXPECT_EQ(QSize(0, -1), view.get_logical(QSize(3, -7)));
+    view.set_zoom(0.1F); // a little more than 0.1: 10 in float, 9.99999985 in double
+    EXPECT_EQ(QSize(10, 20), view.get_logical(QSize(1, 2)));
 }
 
 TEST_F(TOLV_VIEW_TEST, a_resized_view_centres_anew)
@@ -402,6 +404,8 @@ TEST_F(TOLV_VIEW_TEST, a_size_grows_to_a_ratio_of_height_by_width)
     EXPECT_EQ(QSize(150, 300), adjusted(2.0, QSize(100, 300)));
     EXPECT_EQ(QSize(33, 49), adjusted(1.5, QSize(33, 10)));   // 49.5
     EXPECT_EQ(QSize(67, 101), adjusted(1.5, QSize(10, 101))); // 67.33
+    EXPECT_EQ(QSize(66, 100), adjusted(1.5, QSize(10, 100))); // 66.67
+    EXPECT_EQ(QSize(16, 10), adjusted(0.6, QSize(5, 10)));    // 16.67
     EXPECT_EQ(QSize(100, 100), adjusted(1.0, QSize(100, 40)));
     EXPECT_EQ(QSize(200, 100), adjusted(0.5, QSize(100, 100)));
     EXPECT_EQ(QSize(200, 100), adjusted(0.5, QSize(200, 100)));
@@ -437,4 +441,24 @@ TEST_F(TOLV_VIEW_TEST, a_view_tells_of_its_end_while_it_is_one_yet)
     view.reset();
     EXPECT_TRUE(is_view);
     EXPECT_TRUE(is_visible);
+}
+
+TEST_F(TOLV_VIEW_TEST, a_view_that_is_deleted_goes_off_the_screen_while_it_is_one_yet)
+{
+    class HIDE_WATCH : public QObject
+    {
+    public:
+        int count = 0;
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            count += event->type() == QEvent::Hide && qobject_cast<TOLV_VIEW*>(watched) != nullptr ? 1 : 0;
+            return false;
+        }
+    };
+    HIDE_WATCH watch;
+    auto view = std::make_unique<TOLV_VIEW>();
+    view->show();
+    view->installEventFilter(&watch);
+    view.reset();
+    EXPECT_EQ(1, watch.count);
 }

@@ -2,10 +2,12 @@
 
 #include "gui_driver.h"
 #include "gui_test.h"
+#include "tolv_image.h"
 #include "tolv_view.h"
 #include "tolv_zoom_scroll_area.h"
 
 #include <QAction>
+#include <QBitmap>
 #include <QCursor>
 #include <QDragEnterEvent>
 #include <QMouseEvent>
@@ -139,6 +141,15 @@ protected:
     QAction* action(TOLV_ACTION_ENUM command) const
     {
         return area->get_action(command);
+    }
+    /// Whether the view shows a cursor of the suite. They have bitmaps, no pixmap.
+    bool has_cursor(TOLV_CURSOR_ENUM cursor) const
+    {
+        const QCursor expected = tolv_get_cursor(cursor);
+        const QCursor actual = view->cursor();
+        return actual.shape() == Qt::BitmapCursor && actual.hotSpot() == expected.hotSpot() &&
+               actual.bitmap(Qt::ReturnByValue).toImage() == expected.bitmap(Qt::ReturnByValue).toImage() &&
+               actual.mask(Qt::ReturnByValue).toImage() == expected.mask(Qt::ReturnByValue).toImage();
     }
     /// Moves without buttons that the view felt since the last call.
     int take_moves()

@@ -1,5 +1,5 @@
 #include "input_script.h"
-#include "tolv_image.h"
+#include "tolv_magnifying_glass_widget.h"
 #include "tolv_zoom_drag.h"
 #include "tolv_zoom_fixture.h"
 
@@ -37,10 +37,6 @@ protected:
         script.then([=] { GUI_DRIVER::release(view, point, button, modifiers); });
         EXPECT_TRUE(script.run());
     }
-    bool has_cursor(TOLV_CURSOR_ENUM cursor) const
-    {
-        return view->cursor().pixmap().toImage() == tolv_get_cursor(cursor).pixmap().toImage();
-    }
     /// What the zoom, the values and the cursor are after a step of 1.25 in or out about (60, 80) of the viewport.
     void expect_step_in() const
     {
@@ -71,6 +67,15 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, a_right_click_zooms_out_at_its_place)
     expect_step_out();
     EXPECT_EQ(QPoint(160, 280), view->get_logical(view->mapFromGlobal(QCursor::pos())));
     EXPECT_FALSE(TOLV_ZOOM_DRAG_WIDGET::m_use_zoom_drag);
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, the_pointer_follows_its_point_where_the_drawing_cannot_be_scrolled)
+{
+    scroll_to(0, 0);
+    click(in_view(100, 50), Qt::RightButton);
+    EXPECT_EQ(QPoint(0, 0), values());
+    EXPECT_TRUE(has_cursor(TOLV_ZOOM_OUT_CURSOR));
+    EXPECT_EQ(QPoint(80, 40), view->mapFromGlobal(QCursor::pos()));
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, shift_turns_the_direction_round)
@@ -204,8 +209,17 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DRAG_TEST, the_magnifying_tool_marks_the_paint_of_i
     INPUT_SCRIPT script;
     script.then([=] { GUI_DRIVER::press(view, in_view(60, 80)); });
     script.wait_until([&] { return lens_paints > 0; });
+    QPoint lens;
+    script.then(
+        [&]
+        {
+            const auto* const glass = area->findChild<TOLV_MAGNIFYING_GLASS_WIDGET*>();
+            ASSERT_NE(nullptr, glass);
+            lens = glass->pos();
+        });
     script.then([=] { GUI_DRIVER::release(view, in_view(60, 80)); });
     EXPECT_TRUE(script.run());
+    EXPECT_EQ(QPoint(60 - 100, 80 - 100), lens); // of a radius of 100, about the press
     EXPECT_FALSE(view->is_magnifying());
     EXPECT_FALSE(view->seen.contains(QEvent::MouseButtonPress));
     EXPECT_FALSE(view->seen.contains(QEvent::MouseButtonRelease));

@@ -333,6 +333,60 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_step_at_the_maximum_changes_neither_zoom_no
     EXPECT_EQ(720, v()->maximum());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_step_is_reckoned_in_float)
+{
+    QPoint point(50, 150);
+    area->zoom_in(&point, 1.01F); // a little less than 1.01: in double 50 would become 50.4999995, and 900 908.99999
+    EXPECT_EQ(QPoint(51 - 50, 152 - 150), values());
+    EXPECT_EQ(909, h()->maximum());
+    EXPECT_EQ(1111, v()->maximum());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, new_ranges_are_cut_off)
+{
+    area->zoom_in(nullptr, 1.0007F); // 900.63 and 1100.77
+    EXPECT_EQ(900, h()->maximum());
+    EXPECT_EQ(1100, v()->maximum());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_middle_of_an_odd_viewport_is_cut_off)
+{
+    area->resize(401, 301);
+    GUI_DRIVER::process_posted();
+    ASSERT_EQ(QSize(381, 281), QSize(h()->pageStep(), v()->pageStep()));
+    scroll_to(100, 200);
+    area->zoom_in(nullptr, 2.0F); // about (100 + 190, 200 + 140)
+    EXPECT_EQ(QPoint(580 - 190, 680 - 140), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_SETUP_TEST, a_step_up_zooms_the_view_in_and_any_other_zooms_it_out)
+{
+    class STEPPED_VIEW : public TOLV_VIEW
+    {
+    public:
+        QList<float> steps; // those out are negative
+        float zoom_in(float delta) override
+        {
+            steps << delta;
+            return delta;
+        }
+        float zoom_out(float delta) override
+        {
+            steps << -delta;
+            return delta;
+        }
+    };
+    TOLV_ZOOM_SCROLL_AREA area;
+    auto* const view = new STEPPED_VIEW;
+    area.set_view(view, false);
+    area.zoom_in(nullptr, 1.5F);
+    area.zoom_in(nullptr, 0.5F);
+    area.zoom_in(nullptr, 1.0F);
+    area.zoom_out(nullptr, 4.0F);
+    area.zoom_out(nullptr, 0.25F);
+    EXPECT_EQ(QList<float>() << 1.5F << -2.0F << -1.0F << -4.0F << 4.0F, view->steps);
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_step_cut_short_by_the_maximum_scrolls_by_what_was_really_applied)
 {
     view->set_max(1.1F);
@@ -395,6 +449,34 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_pointer_follows_its_point_where_the_conte
     GUI_DRIVER::process_posted();
     EXPECT_EQ(QPoint(0, 0), values());
     EXPECT_EQ(QPoint(80, 40), view->mapFromGlobal(QCursor::pos()));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_pointer_stays_where_it_is_for_a_view_that_is_not_seen)
+{
+    GUI_DRIVER::hover(view, QPoint(100, 50));
+    area->zoom_out(nullptr, 1.25F);
+    view->hide(); // before the pointer is moved
+    const QPoint before = QCursor::pos();
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(before, QCursor::pos());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_view_inside_of_another_widget_is_centred_when_the_area_is_resized)
+{
+    TOLV_ZOOM_SCROLL_AREA other;
+    other.setFrameShape(QFrame::NoFrame);
+    auto* const container = new QWidget;
+    container->setFixedSize(100, 100);
+    auto* const other_view = new TOLV_VIEW(container);
+    other_view->set_logical_size(QRect(0, 0, 100, 100));
+    other.setWidget(container);
+    other.set_view(other_view, false);
+    other.resize(200, 150);
+    ASSERT_TRUE(GUI_DRIVER::show(&other));
+    EXPECT_EQ(QTransform(1, 0, 0, 1, 50, 25), other_view->get_transform());
+    other.resize(300, 250);
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(QTransform(1, 0, 0, 1, 100, 75), other_view->get_transform());
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_level_is_the_raw_zoom_by_the_scaling)
@@ -470,6 +552,34 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_rectangle_fills_the_largest_viewport_and_is
     EXPECT_EQ(3500 - 380, h()->maximum());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, each_bar_reaches_as_far_as_the_view_does)
+{
+    view->set_logical_size(QRect(0, 0, 1000, 2000));
+    GUI_DRIVER::process_posted();
+    area->zoom_rect(QRect(100, 200, 100, 86));
+    EXPECT_EQ(QPoint(3500, 7000), QPoint(h()->maximum(), v()->maximum()));
+    area->zoom_on_logical_rect(QRect(40, 200, 100, 100)); // 281 / 100; the view shrinks with the layout
+    EXPECT_EQ(QPoint(3500, 7000), QPoint(h()->maximum(), v()->maximum()));
+    GUI_DRIVER::process_posted();
+    area->zoom_out_rect(QRect(100, 200, 199, 149));
+    EXPECT_EQ(QPoint(2810, 5620), QPoint(h()->maximum(), v()->maximum()));
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_bars_follow_a_view_that_is_resized_by_itself)
+{
+    TOLV_ZOOM_SCROLL_AREA other;
+    other.setFrameShape(QFrame::NoFrame);
+    other.resize(400, 300);
+    auto* const other_view = new TOLV_VIEW;
+    other.setWidget(other_view);
+    other_view->resize(900, 800);
+    other.set_view(other_view, false);
+    ASSERT_TRUE(GUI_DRIVER::show(&other));
+    const int before = other.horizontalScrollBar()->maximum();
+    other_view->resize(1000, 800);
+    EXPECT_EQ(before + 100, other.horizontalScrollBar()->maximum()); // at once
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_rectangle_is_zoomed_to_at_any_zoom_and_scaling)
 {
     view->set_zoom_scaling(4.0F);
@@ -490,6 +600,37 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_logical_rectangle_fills_what_the_bars_leave
     EXPECT_EQ(QPoint(60, 235), values());
     EXPECT_EQ(1500, h()->maximum());
     EXPECT_EQ(1500, v()->maximum());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, a_logical_rectangle_leaves_room_for_bars_that_are_off_for_good)
+{
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    GUI_DRIVER::process_posted();
+    ASSERT_EQ(QSize(400, 300), area->viewport()->size());
+    area->zoom_on_logical_rect(QRect(40, 200, 254, 100));
+    EXPECT_EQ(1.5F, view->get_zoom());
+    EXPECT_EQ(QPoint(60, 235), values()); // centred in 380 by 280
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, the_view_is_painted_anew_even_where_nothing_has_changed)
+{
+    int paints = 0;
+    view->draw = [&](QPainter*) { ++paints; };
+    view->set_max(1.0F);
+    scroll_to(300, 350);
+    const std::function<void()> commands[] = {
+        [this] { area->zoom_in(); }, [this] { area->scroll_to_logical_rect(QRect(490, 490, 20, 20)); },
+        [this] { area->zoom_rect(QRect(490, 490, 1, 1)); }, [this] { area->zoom_out_rect(QRect(300, 350, 400, 300)); },
+        [this] { area->zoom_on_logical_rect(QRect(490, 490, 1, 1)); }};
+    for (const auto& command : commands)
+    {
+        command();
+        GUI_DRIVER::process_posted();
+        paints = 0;
+        command(); // now at its goal already
+        EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return paints > 0; }));
+    }
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_TEST, scrolling_to_a_rectangle_does_not_zoom)

@@ -43,6 +43,51 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, shift_scrolls_to_the_side)
     EXPECT_EQ(QPoint(160, 200), values());
 }
 
+TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, shift_counts_as_the_keyboard_has_it)
+{
+    scroll_to(100, 200);
+    GUI_DRIVER::key_press(area.get(), Qt::Key_A, Qt::ShiftModifier);
+    QWheelEvent without(QPointF(50, 50), area->viewport()->mapToGlobal(QPoint(50, 50)), QPoint(), QPoint(0, -120),
+                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(area->viewport(), &without);
+    EXPECT_EQ(QPoint(160, 200), values());
+    GUI_DRIVER::key_release(area.get(), Qt::Key_A);
+    QWheelEvent with(QPointF(50, 50), area->viewport()->mapToGlobal(QPoint(50, 50)), QPoint(), QPoint(0, -120),
+                     Qt::NoButton, Qt::ShiftModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(area->viewport(), &with);
+    EXPECT_EQ(QPoint(160, 260), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, it_is_the_slider_that_moves)
+{
+    v()->setTracking(false); // so that the value stays behind
+    wheel(in_view(50, 50), -120);
+    wheel(in_view(50, 50), -120);
+    EXPECT_EQ(120, v()->sliderPosition());
+    EXPECT_EQ(0, v()->value());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Down);
+    EXPECT_EQ(180, v()->sliderPosition());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Up);
+    EXPECT_EQ(120, v()->sliderPosition());
+    h()->setTracking(false);
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Right);
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Right);
+    EXPECT_EQ(120, h()->sliderPosition());
+    GUI_DRIVER::key_click(area.get(), Qt::Key_Left);
+    EXPECT_EQ(60, h()->sliderPosition());
+    EXPECT_EQ(QPoint(0, 0), values());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, the_pixel_under_the_pointer_is_the_nearest_one)
+{
+    scroll_to(100, 200);
+    const QPointF position(59.5, 80.4); // (160, 280) of the view
+    QWheelEvent event(position, position + area->viewport()->mapToGlobal(QPoint(0, 0)), QPoint(), QPoint(0, 120),
+                      Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(area->viewport(), &event);
+    EXPECT_EQ(QPoint(200 - 60, 350 - 80), values());
+}
+
 TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, alt_scrolls_25_times_finer)
 {
     scroll_to(100, 200);

@@ -148,9 +148,12 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, it_takes_the_proportions_of_another_
 TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, another_view_gets_an_overview_of_its_own_or_none)
 {
     const QPointer<TOLV_BIRDS_EYE_VIEW> first(overview());
+    action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
     area->set_view(new TOLV_VIEW, true);
     EXPECT_EQ(nullptr, first);
     ASSERT_NE(nullptr, overview());
+    EXPECT_TRUE(overview()->isHidden());
+    EXPECT_FALSE(action(TOLV_BIRDS_EYE_VIEW_ACTION)->isChecked());
     const QPointer<TOLV_BIRDS_EYE_VIEW> second(overview());
     area->set_view(new TOLV_VIEW, false);
     EXPECT_EQ(nullptr, second);
@@ -246,9 +249,8 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_DIALOG_TEST, the_keyboard_alone_will_do)
         [](QDialog* dialog)
         {
             // As it comes up: a text typed replaces the one shown.
+            ASSERT_TRUE(GUI_DRIVER::wait_for([&] { return dialog->isAncestorOf(QApplication::focusWidget()); }));
             QWidget* const focus = QApplication::focusWidget();
-            ASSERT_NE(nullptr, focus);
-            EXPECT_TRUE(dialog->isAncestorOf(focus));
             GUI_DRIVER::type(focus, QStringLiteral("150"));
             GUI_DRIVER::key_click(focus, Qt::Key_Return);
         });
