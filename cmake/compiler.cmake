@@ -22,6 +22,11 @@ if(TOLV_USE_CCACHE)
   endif()
 endif()
 
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_LINK_OPTIONS -fuse-ld=lld)
+check_cxx_source_compiles("int main() {}" TOLV_HAS_LLD)
+unset(CMAKE_REQUIRED_LINK_OPTIONS)
+
 # Flags of our own code only: never of what dependencies compile.
 add_library(tolv_flags INTERFACE)
 target_compile_options(tolv_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)

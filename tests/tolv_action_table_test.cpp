@@ -28,20 +28,37 @@ struct ACTION_ROW
     QString menu;
 };
 
-std::vector<ACTION_ROW> make_rows()
+/// A row as it is written; plain data, which compiles at once where 770 rows of strings take minutes.
+struct WRITTEN_ROW
 {
+    TOLV_ACTION_ENUM action;
+    const char* name;
+    const char* menu_text;
+    const char* statustip;
+    const char* key;
+    TOLV_ICON_ENUM icon;
+    const char* menu;
+};
+
 #define KEY_OF_NO_KEY(key) ""
 #define KEY_OF_CUSTOM_KEY(key) key
 #define KEY_OF_STANDARD_KEY(key) ""
-    return {
+constexpr WRITTEN_ROW WRITTEN_ROWS[] = {
 #define TOLV_ACTION_ROW(name, menu_text, statustip, key_kind, key, icon, check, menu)                                  \
     {TOLV_##name##_ACTION, #name, menu_text, statustip, KEY_OF_##key_kind(key), icon, menu},
 #include "tolv_action_table.def"
 #undef TOLV_ACTION_ROW
-    };
+};
 #undef KEY_OF_STANDARD_KEY
 #undef KEY_OF_CUSTOM_KEY
 #undef KEY_OF_NO_KEY
+
+std::vector<ACTION_ROW> make_rows()
+{
+    std::vector<ACTION_ROW> rows;
+    for (const WRITTEN_ROW& row : WRITTEN_ROWS)
+        rows.push_back({row.action, row.name, row.menu_text, row.statustip, row.key, row.icon, row.menu});
+    return rows;
 }
 
 /// The letter behind a single "&"; a null character where there is none.
