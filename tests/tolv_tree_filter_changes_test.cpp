@@ -152,6 +152,15 @@ TEST_F(TREE_FILTER_MAPPED_BELOW_HIDDEN, a_row_that_becomes_a_match_shows_what_is
     EXPECT_EQ(QStringList({"ax", ".c", "b", ".x"}), rows());
 }
 
+TEST_F(TREE_FILTER_MAPPED_BELOW_HIDDEN, a_row_that_moves_from_one_hidden_row_to_another_is_there_when_they_are_shown)
+{
+    NODE* d = m_tree->append(m_tree->root(), QStringLiteral("d"));
+    m_tree->append(d, QStringLiteral("e"));
+    ASSERT_TRUE(m_tree->move(d, 0, m_a, 0));
+    m_filter->regexp_filter(QString());
+    EXPECT_EQ(QStringList({"a", ".e", ".c", "b", ".x", "d"}), rows());
+}
+
 TEST_F(TREE_FILTER_CHANGES, a_match_in_a_level_that_nobody_has_asked_for_hides_its_ancestors_when_it_goes)
 {
     NODE* x = m_tree->append(m_tree->append(m_tree->root(), QStringLiteral("a")), QStringLiteral("x"));

@@ -118,9 +118,12 @@ public:
         emit dataChanged(index(first, 0, get_index(parent)), index(first + texts.size() - 1, 0, get_index(parent)));
     }
 
-    void reverse(NODE* parent)
+    /// Turns the order of rows round, and says in which place, or not.
+    void reverse(NODE* parent, bool is_place_said = false)
     {
-        emit layoutAboutToBeChanged();
+        const QList<QPersistentModelIndex> places =
+            is_place_said ? QList<QPersistentModelIndex>{get_index(parent)} : QList<QPersistentModelIndex>();
+        emit layoutAboutToBeChanged(places);
         const QModelIndexList from = persistentIndexList();
         std::vector<NODE*> nodes;
         for (const QModelIndex& index : from)
@@ -130,7 +133,7 @@ public:
         for (int i = 0; i < from.size(); ++i)
             to.append(get_index(nodes[static_cast<std::size_t>(i)], from[i].column()));
         changePersistentIndexList(from, to);
-        emit layoutChanged();
+        emit layoutChanged(places);
     }
 
     NODE* root()

@@ -218,7 +218,7 @@ public:
             break;
         case 9:
             if (pick(4) == 0)
-                m_tree.reverse(node);
+                m_tree.reverse(node, pick(2) == 0);
             break;
         case 10:
             if (pick(20) == 0)

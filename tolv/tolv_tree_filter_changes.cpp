@@ -18,13 +18,9 @@ namespace
 constexpr int MAX_LINES_TO_LOOK_AT = 32;
 
 /// What the source model says when no answer about its rows holds any more.
-const char* const UNSETTLING_SIGNALS[] = {
-    SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
-    SIGNAL(columnsAboutToBeInserted(QModelIndex, int, int)),
-    SIGNAL(columnsAboutToBeRemoved(QModelIndex, int, int)),
-    SIGNAL(columnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
-    SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
-    SIGNAL(modelAboutToBeReset())};
+const char* const UNSETTLING_SIGNALS[] = {SIGNAL(columnsAboutToBeInserted(QModelIndex, int, int)),
+                                          SIGNAL(columnsAboutToBeRemoved(QModelIndex, int, int)),
+                                          SIGNAL(modelAboutToBeReset())};
 } // namespace
 
 TOLV_TREE_FILTER_CHANGES::TOLV_TREE_FILTER_CHANGES(TOLV_TREE_FILTER_PROXY_MODEL& proxy, TOLV_TREE_FILTERING& filtering)
@@ -39,6 +35,13 @@ void TOLV_TREE_FILTER_CHANGES::hear_before(QAbstractItemModel* source)
         return;
     for (const char* signal : UNSETTLING_SIGNALS)
         TOLV_SAFE_CONNECT(source, signal, this, SLOT(forget()));
+    TOLV_SAFE_CONNECT(source, SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)), this,
+                      SLOT(begin_move(QModelIndex, int, int, QModelIndex)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(columnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)), this,
+                      SLOT(begin_move(QModelIndex, int, int, QModelIndex)));
+    TOLV_SAFE_CONNECT(
+        source, SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+        this, SLOT(begin_layout_change(QList<QPersistentModelIndex>)));
     TOLV_SAFE_CONNECT(source, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), this,
                       SLOT(begin_data_change(QModelIndex)));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)), this, SLOT(forget()));
@@ -56,10 +59,16 @@ void TOLV_TREE_FILTER_CHANGES::hear_after(QAbstractItemModel* source)
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsInserted(QModelIndex, int, int)), this,
                       SLOT(end_insertion(QModelIndex, int, int)));
     TOLV_SAFE_CONNECT(source, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(end_removal(QModelIndex)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)), this,
+                      SLOT(end_layout_change()));
+    TOLV_SAFE_CONNECT(source, SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+                      this, SLOT(end_layout_change()));
     TOLV_SAFE_CONNECT(source, SIGNAL(columnsInserted(QModelIndex, int, int)), this,
                       SLOT(end_column_change(QModelIndex, int)));
     TOLV_SAFE_CONNECT(source, SIGNAL(columnsRemoved(QModelIndex, int, int)), this,
                       SLOT(end_column_change(QModelIndex, int)));
+    TOLV_SAFE_CONNECT(source, SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)), this,
+                      SLOT(end_layout_change()));
     TOLV_SAFE_CONNECT(source, SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)), this,
                       SLOT(end_column_move(QModelIndex, int, int, QModelIndex, int)));
 }
@@ -76,6 +85,30 @@ void TOLV_TREE_FILTER_CHANGES::forget()
     m_filtering.forget();
 }
 
+void TOLV_TREE_FILTER_CHANGES::begin_move(const QModelIndex& from, int first, int last, const QModelIndex& to)
+{
+    Q_UNUSED(first)
+    Q_UNUSED(last)
+    begin_layout_change({from, to});
+}
+
+// The base class takes a move for a change of layout, and leaves levels alone if all of them lie below hidden rows. But
+// these may be mapped, from before, and would be shown as they are now when their turn comes.
+void TOLV_TREE_FILTER_CHANGES::begin_layout_change(const QList<QPersistentModelIndex>& parents)
+{
+    m_filtering.forget();
+    m_is_unheard_layout_change =
+        !parents.isEmpty() && std::all_of(parents.cbegin(), parents.cend(),
+                                          [this](const QPersistentModelIndex& parent) { return is_hidden(parent); });
+}
+
+void TOLV_TREE_FILTER_CHANGES::end_layout_change()
+{
+    if (m_is_unheard_layout_change)
+        m_proxy.invalidate();
+    m_is_unheard_layout_change = false;
+}
+
 // The level is mapped here, by what the rows are now, as the base class would do.
 void TOLV_TREE_FILTER_CHANGES::begin_data_change(const QModelIndex& top_left)
 {
@@ -83,7 +116,7 @@ void TOLV_TREE_FILTER_CHANGES::begin_data_change(const QModelIndex& top_left)
     m_has_removed_rows = false;
     m_was_unmapped = false;
     const QModelIndex parent = top_left.parent();
-    if (is_filtered() && top_left.isValid() && (!parent.isValid() || m_filtering.is_shown(parent)))
+    if (is_filtered() && top_left.isValid() && !is_hidden(parent))
     {
         m_filtering.take_was_asked(parent);
         m_filtering.is_mapped(top_left.row(), parent);
@@ -102,7 +135,7 @@ void TOLV_TREE_FILTER_CHANGES::end_data_change(const QModelIndex& top_left, cons
     const QModelIndex parent = top_left.parent();
     const int first = top_left.row();
     const int last = std::min(bottom_right.row(), source->rowCount(parent) - 1);
-    if (parent.isValid() && !m_filtering.is_shown(parent))
+    if (is_hidden(parent))
     {
         if (has_match(parent, first, last))
             show_ancestors(parent);
@@ -126,7 +159,7 @@ void TOLV_TREE_FILTER_CHANGES::begin_insertion()
 void TOLV_TREE_FILTER_CHANGES::end_insertion(const QModelIndex& parent, int first, int last)
 {
     m_filtering.end_change();
-    if (is_filtered() && parent.isValid() && !m_filtering.is_shown(parent) && has_match(parent, first, last))
+    if (is_filtered() && is_hidden(parent) && has_match(parent, first, last))
         show_ancestors(parent);
 }
 
@@ -164,6 +197,12 @@ void TOLV_TREE_FILTER_CHANGES::note_removed_rows()
     m_has_removed_rows = true;
 }
 
+/// Whether a level lies below a hidden row.
+bool TOLV_TREE_FILTER_CHANGES::is_hidden(const QModelIndex& parent) const
+{
+    return parent.isValid() && !m_filtering.is_shown(parent);
+}
+
 /// Whether there is something to keep: without a pattern the rules of this class let every row stay, those of a subclass
 /// may not. Rows that the base class does not filter anew when they change are left alone here, too.
 bool TOLV_TREE_FILTER_CHANGES::is_filtered() const
@@ -194,8 +233,7 @@ bool TOLV_TREE_FILTER_CHANGES::has_match(const QModelIndex& parent, int first, i
 /// Shows the topmost of the hidden rows from this one up; what lies below it comes with it.
 void TOLV_TREE_FILTER_CHANGES::show_ancestors(QModelIndex index)
 {
-    for (QModelIndex parent = index.parent(); parent.isValid() && !m_filtering.is_shown(parent);
-         parent = index.parent())
+    for (QModelIndex parent = index.parent(); is_hidden(parent); parent = index.parent())
         index = parent;
     m_filtering.show(index);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QModelIndex>
 #include <QObject>
+#include <QPersistentModelIndex>
 #include <QVector>
 
 class QAbstractItemModel;
@@ -26,6 +28,9 @@ public:
 
 private slots:
     void forget();
+    void begin_move(const QModelIndex& from, int first, int last, const QModelIndex& to);
+    void begin_layout_change(const QList<QPersistentModelIndex>& parents);
+    void end_layout_change();
     void begin_data_change(const QModelIndex& top_left);
     void end_data_change(const QModelIndex& top_left, const QModelIndex& bottom_right, const QVector<int>& roles);
     void begin_insertion();
@@ -37,6 +42,7 @@ private slots:
     void note_removed_rows();
 
 private:
+    bool is_hidden(const QModelIndex& parent) const;
     bool is_filtered() const;
     bool may_search_from(int column) const;
     bool has_match(const QModelIndex& parent, int first, int last);
@@ -50,4 +56,5 @@ private:
     bool m_has_removed_rows = false; ///< the proxy, in a change of data
     bool m_was_unmapped = false;     ///< the level of the changed range
     bool m_is_removing_match = false;
+    bool m_is_unheard_layout_change = false; ///< the base class does nothing about it
 };
