@@ -133,8 +133,10 @@ TEST_F(TOLV_UNPINNED_TEST, the_sides_are_looked_at_left_right_top_bottom)
          {Qt::BottomToolBarArea, Qt::LeftToolBarArea, Qt::TopToolBarArea, Qt::RightToolBarArea})
         docks << add(area, PLACE);
     QList<const QObject*> hidden;
+    QObject host;
+    const auto add_to_hidden = [&](const TOLV_DOCK_WIDGET* dock) { return [&hidden, dock] { hidden << dock; }; };
     for (const TOLV_DOCK_WIDGET* dock : qAsConst(docks))
-        QObject::connect(dock, &QDockWidget::visibilityChanged, dock, [&hidden, dock] { hidden << dock; });
+        QObject::connect(dock, &QDockWidget::visibilityChanged, &host, add_to_hidden(dock));
     hide_at(QPointF(300, 300));
     EXPECT_EQ((QList<const QObject*>{docks[1], docks[3], docks[2], docks[0]}), hidden);
 }
