@@ -3,11 +3,16 @@
 #include "cfgq_registry.h"
 #include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
+#include "tolv_dock_widget_button.h"
+#include "tolv_dock_widget_button_bar.h"
 #include "tolv_global.h"
 #include "tolv_main_window.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
+
+#include <algorithm>
 
 namespace
 {
@@ -61,6 +66,7 @@ void WORKBENCH_DOCKS::add_to_window(TOLV_DOCK_WIDGET* dock, TOLV_ACTION_ENUM com
     m_window->addDockWidget(area, dock);
     m_docks.append(dock);
     m_commands.append(command);
+    TOLV_SAFE_CONNECT(dock, SIGNAL(dock_widget_active_state_changed(bool)), this, SLOT(follow_visibility()));
 }
 
 const QVector<TOLV_DOCK_WIDGET*>& WORKBENCH_DOCKS::get_docks() const
@@ -143,6 +149,7 @@ void WORKBENCH_DOCKS::restore_layout()
     m_window->restoreGeometry(geometry.toByteArray());
     if (!m_window->restoreState(state.toByteArray(), LAYOUT_VERSION))
         reset_layout();
+    show_side_bars();
 }
 
 void WORKBENCH_DOCKS::reset_layout()
@@ -155,4 +162,35 @@ void WORKBENCH_DOCKS::reset_layout()
         dock->show();         // and this pins it again
     }
     m_window->restoreState(m_default_layout, LAYOUT_VERSION);
+    show_side_bars();
+}
+
+/// Whatever a layout says, a side bar is shown where it has buttons: windows may be missing, or unpinned, since.
+void WORKBENCH_DOCKS::show_side_bars()
+{
+    for (TOLV_DOCK_WIDGET_BUTTON_BAR* bar : qAsConst(m_window->m_button_bars))
+        bar->setVisible(!bar->m_buttons.isEmpty());
+}
+
+/// A window has come or gone, by whatever route.
+void WORKBENCH_DOCKS::follow_visibility()
+{
+    if (!m_window->isVisible())
+        return; // all go together, perhaps because the main window is being destroyed
+    // A side button follows its own clicks only.
+    for (const TOLV_DOCK_WIDGET_BUTTON_BAR* bar : qAsConst(m_window->m_button_bars))
+    {
+        const QList<TOLV_DOCK_WIDGET_BUTTON*> buttons = bar->m_buttons.keys();
+        for (TOLV_DOCK_WIDGET_BUTTON* button : buttons)
+            button->setChecked(button->get_dock() != nullptr && button->get_dock()->isVisible());
+    }
+    // Left to itself, Qt hands the focus to the next widget in the row, in a document that lies behind others, too.
+    const QWidget* const focus = QApplication::focusWidget();
+    const bool is_lost =
+        std::any_of(m_docks.cbegin(), m_docks.cend(),
+                    [focus](const TOLV_DOCK_WIDGET* dock) {
+                        return focus != nullptr && !dock->isWindow() && !dock->isVisible() && dock->isAncestorOf(focus);
+                    });
+    if (is_lost)
+        emit focus_lost();
 }

@@ -44,9 +44,17 @@ public:
 public slots:
     void reset_layout();
 
+signals:
+    /// A docked window goes that had the keyboard focus, which has to go somewhere now.
+    void focus_lost();
+
+private slots:
+    void follow_visibility();
+
 private:
     void add_to_window(TOLV_DOCK_WIDGET* dock, TOLV_ACTION_ENUM command, Qt::DockWidgetArea area);
     QAction* create_action(int dock, QString* used_mnemonics);
+    void show_side_bars();
 
     TOLV_MAIN_WINDOW* m_window;
     QVector<TOLV_DOCK_WIDGET*> m_docks;

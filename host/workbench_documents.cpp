@@ -70,7 +70,7 @@ void WORKBENCH_DOCUMENTS::open_window(int document)
     window->installEventFilter(this);
     m_windows[document] = window;
     m_widgets[document]->show();
-    m_area->update_tab_tooltips();
+    update_tooltips();
 }
 
 /// Takes the document out of its window, which would take it along into its end.
@@ -135,8 +135,17 @@ void WORKBENCH_DOCUMENTS::set_module(const std::shared_ptr<const NETLIST>& netli
 {
     m_module_view->set_module(netlist, module, path);
     m_schematic_view->set_module(netlist, module);
-    m_area->update_tab_tooltip(tr("Schematic"), path.join(QLatin1Char('/')), 0);
+    m_path = path.join(QLatin1Char('/'));
+    update_tooltips();
     set_floorplan_module(netlist, module);
+}
+
+/// Each tab tells its title, and that of the schematic, wherever it stands, the instance that it shows.
+void WORKBENCH_DOCUMENTS::update_tooltips()
+{
+    m_area->update_tab_tooltips();
+    for (int tab = 0; tab < DOCUMENT_COUNT; ++tab)
+        m_area->update_tab_tooltip(m_schematic->windowTitle(), m_path, tab);
 }
 
 /// The chip stays where the new module has no places itself.
@@ -180,8 +189,18 @@ void WORKBENCH_DOCUMENTS::show_document(int document)
     QMdiSubWindow* const window = m_windows[document];
     window->showMaximized();
     m_area->setActiveSubWindow(window);
-    m_area->update_tab_tooltips();
+    update_tooltips();
     window->widget()->setFocus();
+}
+
+void WORKBENCH_DOCUMENTS::focus_document()
+{
+    // The current one is the one in front also while another window is active.
+    QMdiSubWindow* const current = m_area->currentSubWindow();
+    if (current != nullptr && current->widget() != nullptr)
+        current->widget()->setFocus();
+    else
+        m_area->setFocus();
 }
 
 void WORKBENCH_DOCUMENTS::show_cell(int cell)

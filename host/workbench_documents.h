@@ -54,6 +54,8 @@ public slots:
     /// Brings a document to the front, opening it again where it was closed. Nothing for a floorplan where the design
     /// has none.
     void show_document(int document);
+    /// Gives the document in front the keyboard focus.
+    void focus_document();
     /// The cell is chosen: the drawings show it. -1 for none.
     void show_cell(int cell);
 
@@ -82,6 +84,7 @@ private:
     void close_window(int document);
     void set_floorplan_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module);
     void report_cell(DRAWING_PANE* pane);
+    void update_tooltips();
 
     TOLV_MDI_AREA* m_area;
     WORKBENCH_MODULE_VIEW* m_module_view;
@@ -91,5 +94,6 @@ private:
     DRAWING_PANE* m_floorplan;
     QVector<QPointer<QWidget>> m_widgets;       ///< by DOCUMENT; owned by their window while they are open
     QVector<QPointer<QMdiSubWindow>> m_windows; ///< by DOCUMENT; null for one that is closed
+    QString m_path;                             ///< of the module that is shown, names divided by "/"
     bool m_is_reporting = false;
 };

@@ -6,6 +6,7 @@
 #include "property_model.h"
 #include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
+#include "tolv_dock_widget_button_bar.h"
 #include "tolv_global.h"
 #include "tolv_mdi_area.h"
 #include "tolv_tool_bar.h"
@@ -88,6 +89,7 @@ void WORKBENCH_WINDOW::create_docks()
                     Qt::Horizontal);
     }
     resizeDocks({totals, properties}, {340, 420}, Qt::Vertical);
+    TOLV_SAFE_CONNECT(m_docks, SIGNAL(focus_lost()), m_documents, SLOT(focus_document()));
     TOLV_SAFE_CONNECT(m_constraints, SIGNAL(noted(QString)), this, SLOT(add_note(QString)));
     TOLV_SAFE_CONNECT(m_constraints, SIGNAL(failed(QString)), this, SLOT(add_error(QString)));
 }
@@ -198,6 +200,12 @@ void WORKBENCH_WINDOW::fill_tool_bar()
         bar->addAction(m_actions->get(command));
     bar->addSeparator();
     bar->addAction(m_actions->get(TOLV_NORVANE_HELP_ACTION));
+
+    // The side bar of the top stands in a line of its own, beside its windows and not among the tools.
+    TOLV_DOCK_WIDGET_BUTTON_BAR* const side_bar = m_button_bars.value(Qt::TopToolBarArea);
+    removeToolBar(side_bar);
+    addToolBarBreak(Qt::TopToolBarArea);
+    addToolBar(Qt::TopToolBarArea, side_bar);
 }
 
 void WORKBENCH_WINDOW::create_status_bar()
