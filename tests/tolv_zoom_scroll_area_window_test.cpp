@@ -150,24 +150,28 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, another_view_gets_an_overview_of_its
     const QPointer<TOLV_BIRDS_EYE_VIEW> first(overview());
     action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
     area->set_view(new TOLV_VIEW, true);
-    EXPECT_EQ(nullptr, first);
     ASSERT_NE(nullptr, overview());
+    EXPECT_NE(first, overview());
     EXPECT_TRUE(overview()->isHidden());
     EXPECT_FALSE(action(TOLV_BIRDS_EYE_VIEW_ACTION)->isChecked());
     const QPointer<TOLV_BIRDS_EYE_VIEW> second(overview());
     area->set_view(new TOLV_VIEW, false);
-    EXPECT_EQ(nullptr, second);
     EXPECT_EQ(nullptr, overview());
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(nullptr, first);
+    EXPECT_EQ(nullptr, second);
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, it_goes_with_its_view)
 {
     action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
+    const QPointer<TOLV_BIRDS_EYE_VIEW> gone(overview());
     delete view;
-    EXPECT_TRUE(overview()->isHidden());
+    EXPECT_EQ(nullptr, overview());
+    EXPECT_TRUE(gone == nullptr || gone->isHidden());
     area->resize(500, 400);
     GUI_DRIVER::process_posted();
-    EXPECT_EQ(nullptr, overview());
+    EXPECT_EQ(nullptr, gone);
     area->hide_birds_eye_view();
     EXPECT_FALSE(action(TOLV_BIRDS_EYE_VIEW_ACTION)->isChecked());
 }
