@@ -290,6 +290,40 @@ TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, the_title_is_painted_along_the_form_in_forc
     EXPECT_GT(standing.height(), 4 * standing.width());
 }
 
+TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, both_forms_are_painted_whole_on_a_screen_of_twice_the_density)
+{
+    m_dock->setWindowTitle(QStringLiteral("MMMMMMMMMM"));
+    m_dock->set_menu_button_visibility(true);
+    m_dock->set_search_button_visibility(true);
+    m_dock->set_float_button_visibility(true);
+    for (const bool vertical : {false, true})
+    {
+        SCOPED_TRACE(vertical);
+        set_vertical(vertical);
+        const auto* const label = find<QLabel>(vertical ? "m_title_v" : "m_title");
+        const QColor ink = label->palette().color(label->foregroundRole());
+        QRect title[2];
+        for (const int ratio : {1, 2})
+        {
+            const QImage picture = render_widget(m_bar, ratio);
+            EXPECT_EQ(m_bar->size() * ratio, picture.size());
+            for (const BUTTON_ROW& row : BUTTON_ROWS)
+            {
+                const QToolButton* const button = get_button(row.kind, vertical);
+                const QRect place(button->mapTo(m_bar, QPoint(2, 2)) * ratio, (button->size() - QSize(4, 4)) * ratio);
+                const QImage face = picture.copy(place);
+                const int plain = count_pixels(face, face.pixelColor(0, 0), 8);
+                EXPECT_GT(face.width() * face.height() - plain, 15 * ratio * ratio) << row.kind << " at " << ratio;
+            }
+            const QRect place(label->mapTo(m_bar, QPoint(0, 0)) * ratio, label->size() * ratio);
+            title[ratio - 1] = find_color_rect(picture.copy(place), ink, 60);
+        }
+        EXPECT_NEAR(2 * title[0].width(), title[1].width(), 6);
+        EXPECT_NEAR(2 * title[0].height(), title[1].height(), 6);
+        EXPECT_GT(std::max(title[0].width(), title[0].height()), 60);
+    }
+}
+
 TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, the_title_stands_in_both_forms_as_plain_text)
 {
     m_dock->setWindowTitle(QStringLiteral("<b>A & B</b>"));
@@ -318,6 +352,15 @@ TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, a_painted_button_stands_on_the_windows_colo
     EXPECT_EQ(14 * 14 - 16, count_pixels(active, ground.lighter(110)));
     const QImage other = m_bar->get_title_bar_button(TITLEBAR_BUTTON_DETACH, QIcon(spot)).toImage();
     EXPECT_EQ(14 * 14 - 16, count_pixels(other, ground));
+}
+
+TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, the_ground_of_a_painted_button_is_the_applications_and_not_the_bars)
+{
+    m_bar->setPalette(QPalette(Qt::red));
+    QPixmap empty(14, 14);
+    empty.fill(Qt::transparent);
+    const QImage picture = m_bar->get_title_bar_button(TITLEBAR_BUTTON_PIN, QIcon(empty)).toImage();
+    EXPECT_EQ(14 * 14, count_pixels(picture, QApplication::palette().color(QPalette::Window)));
 }
 
 TEST_F(TOLV_DOCK_TITLEBAR_FORM_TEST, a_painted_button_is_as_large_as_its_icon_up_to_14_pixels)

@@ -1,3 +1,4 @@
+#include "paint_counter.h"
 #include "tolv_dock_titlebar_fixture.h"
 
 #include <QApplication>
@@ -34,6 +35,18 @@ protected:
         const QRect rect = vertical ? QRect(QPoint(0, 0), m_bar->size().transposed()) : m_bar->rect();
         const QPoint point = m_bar->get_icon_position(button, rect) + QPoint(7, 7);
         return vertical ? QPoint(point.y(), rect.right() - point.x()) : point;
+    }
+
+    /// Where on the screen the tool tip is.
+    static QRect get_tooltip()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (const QWidget* const window : windows)
+        {
+            if (window->windowType() == Qt::ToolTip && window->isVisible())
+                return window->geometry();
+        }
+        return {};
     }
 
     /// Presses on the bar's own surface.
@@ -193,6 +206,8 @@ TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, a_hit_shows_the_buttons_tool_tip_and_a_m
         hit(row.x, 14, LYING);
         EXPECT_TRUE(QToolTip::isVisible());
         EXPECT_EQ(QLatin1String(row.text), QToolTip::text());
+        const QPoint place = get_tooltip().topLeft() - QPoint(200, 150); // a little below the pointer
+        EXPECT_LT(place.manhattanLength(), 40);
     }
     hit(10, 14, LYING);
     EXPECT_TRUE(GUI_DRIVER::wait_for([] { return !QToolTip::isVisible(); }));
@@ -316,4 +331,56 @@ TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, the_active_button_is_the_one_below_the_m
     EXPECT_TRUE(is_active(TITLEBAR_BUTTON_CLOSE));
     GUI_DRIVER::hover(m_window->centralWidget());
     EXPECT_FALSE(is_active(TITLEBAR_BUTTON_CLOSE));
+}
+
+TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, a_window_that_is_shown_below_the_mouse_has_its_button_active_at_once)
+{
+    QToolButton* const close = get_button("close", false);
+    const QPoint on_close = get_point(TITLEBAR_BUTTON_CLOSE, false);
+    GUI_DRIVER::hover(close, close->mapFrom(m_bar, on_close));
+    m_dock->hide();
+    m_bar->update_button_active_state(QPoint(5, 10));
+    ASSERT_FALSE(is_active(TITLEBAR_BUTTON_CLOSE));
+    m_dock->show();
+    EXPECT_TRUE(is_active(TITLEBAR_BUTTON_CLOSE));
+}
+
+TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, the_bar_is_painted_anew_for_its_active_button)
+{
+    GUI_DRIVER::process_posted();
+    const PAINT_COUNTER paintings(m_bar);
+    m_bar->update_button_active_state(get_point(TITLEBAR_BUTTON_CLOSE, false));
+    EXPECT_EQ(0, paintings.m_count);
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(1, paintings.m_count);
+}
+
+TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, the_squares_lie_on_their_buttons_where_one_reads_from_right_to_left)
+{
+    const Qt::LayoutDirection old_direction = QApplication::layoutDirection();
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    GUI_DRIVER::process_posted();
+    const QToolButton* const close = get_button("close", false);
+    const QToolButton* const pin = get_button("pin", false);
+    EXPECT_GT(close->mapTo(m_bar, QPoint(0, 0)).x(), pin->mapTo(m_bar, QPoint(0, 0)).x());
+    EXPECT_EQ(close, m_bar->childAt(get_point(TITLEBAR_BUTTON_CLOSE, false)));
+    QApplication::setLayoutDirection(old_direction);
+}
+
+// ---- Without a window -----------------------------------------------------------------------------------------------
+
+TEST_F(TOLV_DOCK_TITLEBAR_SQUARES_TEST, a_bar_that_outlives_its_window_does_nothing)
+{
+    set_vertical(true);
+    const std::unique_ptr<TOLV_DOCK_WIDGET_TITLEBAR_WIDGET> bar(m_bar);
+    m_dock->setTitleBarWidget(nullptr);
+    bar->setParent(nullptr);
+    delete m_dock;
+    bar->press_button(TITLEBAR_BUTTON_CLOSE);
+    bar->press_button(TITLEBAR_BUTTON_DETACH);
+    EXPECT_EQ(TITLEBAR_BUTTON_CLOSE, hit(190, 14, LYING)); // it lies
+    ASSERT_TRUE(GUI_DRIVER::show(bar.get()));
+    GUI_DRIVER::process_posted();
+    GUI_DRIVER::click(get_button("close", false));
+    EXPECT_TRUE(bar->isVisible());
 }

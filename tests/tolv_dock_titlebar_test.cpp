@@ -1,5 +1,6 @@
 #include "gui_answers.h"
 #include "internal_error_trap.h"
+#include "paint_counter.h"
 #include "tolv_dock_titlebar_fixture.h"
 #include "tolv_dock_widget_button.h"
 #include "tolv_dock_widget_button_bar.h"
@@ -16,25 +17,6 @@
 
 namespace
 {
-/// Counts the paintings of a widget.
-class PAINT_COUNTER : public QObject
-{
-public:
-    explicit PAINT_COUNTER(QWidget* widget)
-    {
-        widget->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++m_count;
-        return QObject::eventFilter(object, event);
-    }
-
-    int m_count = 0;
-};
-
 class TOLV_DOCK_TITLEBAR_TEST : public TOLV_DOCK_TITLEBAR_FIXTURE
 {
 protected:

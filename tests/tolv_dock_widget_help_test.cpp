@@ -4,6 +4,7 @@
 #include "tolv_tree_view.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -93,6 +94,19 @@ TEST_F(TOLV_DOCK_WIDGET_HELP_TEST, f1_in_a_floating_window_shows_its_topic)
     GUI_DRIVER::key_click(dock->widget(), Qt::Key_F1);
     EXPECT_EQ((TOPICS{"Console"}), m_recorder.take_topics());
     GUI_DRIVER::key_click(dock->widget(), Qt::Key_F2);
+    EXPECT_EQ((TOPICS{}), m_recorder.take_topics());
+}
+
+TEST_F(TOLV_DOCK_WIDGET_HELP_TEST, the_window_takes_f1_and_leaves_other_keys_to_its_parent)
+{
+    TEST_DOCK dock("Console", m_window.get());
+    QKeyEvent f1(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QCoreApplication::sendEvent(&dock, &f1);
+    EXPECT_TRUE(f1.isAccepted());
+    EXPECT_EQ((TOPICS{"Console"}), m_recorder.take_topics());
+    QKeyEvent f2(QEvent::KeyPress, Qt::Key_F2, Qt::NoModifier);
+    QCoreApplication::sendEvent(&dock, &f2);
+    EXPECT_FALSE(f2.isAccepted());
     EXPECT_EQ((TOPICS{}), m_recorder.take_topics());
 }
 

@@ -302,6 +302,29 @@ TEST_F(TOLV_DOCK_WIDGET_TEST, the_size_that_is_there_becomes_the_maximum)
     dock->restore_min_max_sizes();
 }
 
+TEST_F(TOLV_DOCK_WIDGET_TEST, a_height_beyond_the_present_one_becomes_the_minimum)
+{
+    TEST_DOCK* const dock = add_dock("Messages", Qt::LeftDockWidgetArea);
+    ASSERT_TRUE(show());
+    const QSize old_minimum = dock->minimumSize();
+    const QSize old_maximum = dock->maximumSize();
+    const int height = dock->height() + 1;
+    dock->set_size(-1, height);
+    EXPECT_EQ(QSize(old_minimum.width(), height), dock->minimumSize());
+    EXPECT_EQ(old_maximum, dock->maximumSize());
+    ASSERT_TRUE(GUI_DRIVER::wait_for([&] { return dock->minimumSize() == old_minimum; }));
+}
+
+TEST_F(TOLV_DOCK_WIDGET_TEST, a_length_of_nothing_is_a_length)
+{
+    TEST_DOCK dock("Messages", m_window.get());
+    dock.set_size(0, 0);
+    EXPECT_EQ(QSize(0, 0), dock.maximumSize());
+    EXPECT_EQ(200, dock.minimumWidth());
+    dock.restore_min_max_sizes();
+    EXPECT_EQ(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), dock.maximumSize());
+}
+
 TEST_F(TOLV_DOCK_WIDGET_TEST, a_negative_length_is_left_alone)
 {
     TEST_DOCK* const dock = add_dock("Messages", Qt::LeftDockWidgetArea);

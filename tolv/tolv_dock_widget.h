@@ -158,10 +158,10 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    QTimer* m_delay_timer = nullptr;                        ///< of delay_tick(), a child
-    TOLV_DOCK_WIDGET_TITLEBAR_WIDGET* m_titlebar = nullptr; ///< a child
-    Qt::DockWidgetArea m_area = Qt::BottomDockWidgetArea;   ///< the last known
-    QPointer<TOLV_MAIN_WINDOW> m_main_window;               ///< the parent, where it is of that class
+    QTimer* m_delay_timer = nullptr;                       ///< of delay_tick(), a child
+    QPointer<TOLV_DOCK_WIDGET_TITLEBAR_WIDGET> m_titlebar; ///< a child; null when a host has deleted it
+    Qt::DockWidgetArea m_area = Qt::BottomDockWidgetArea;  ///< the last known
+    QPointer<TOLV_MAIN_WINDOW> m_main_window;              ///< the parent, where it is of that class
     QPointer<TOLV_DOCK_WIDGET_BUTTON>
         m_button; ///< made when first needed, then kept; without a parent while off the bar
     bool m_is_pinned = true;

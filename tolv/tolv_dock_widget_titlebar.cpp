@@ -75,6 +75,8 @@ TOLV_DOCK_WIDGET_TITLEBAR_WIDGET::TOLV_DOCK_WIDGET_TITLEBAR_WIDGET(TOLV_DOCK_WID
     : QWidget(dock), m_dock(dock), m_ui(std::make_unique<Ui::TOLV_DOCK_WIDGET_TITLEBAR_WIDGET>())
 {
     setAttribute(Qt::WA_MouseTracking);
+    // The squares are counted from the right: mirrored, the close button's would lie on the title.
+    setLayoutDirection(Qt::LeftToRight);
     m_ui->setupUi(this);
     set_icons();
     set_pair_visible(m_ui->m_menu_button, m_ui->m_menu_button_v, false);

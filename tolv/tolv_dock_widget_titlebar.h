@@ -40,7 +40,8 @@ enum TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM : int
 ///
 /// Beside its buttons the bar has squares on its surface, counted from its right edge (the upper edge where it stands),
 /// for close, detach, pin and menu. A press on the square of a button that is wanted does what the button does, wherever
-/// the button itself lies.
+/// the button itself lies. So the lying form reads from left to right in every application, those that read from right to
+/// left included.
 class TOLV_EXPORT TOLV_DOCK_WIDGET_TITLEBAR_WIDGET : public QWidget
 {
     Q_OBJECT
@@ -131,7 +132,7 @@ private:
     TOLV_DOCK_WIDGET_TITLEBAR_WIDGET_BUTTON_ENUM get_button_at(QPoint point, QRect rect) const;
     void remove_side_button() const;
 
-    TOLV_DOCK_WIDGET* m_dock; ///< the parent; null for none
+    QPointer<TOLV_DOCK_WIDGET> m_dock; ///< the parent at first; null for none
     QString m_title_text;
     bool m_float_visible = false;
     bool m_search_visible = false;
