@@ -182,6 +182,11 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_SETUP_TEST, without_a_birds_eye_view_there_is_no_ma
     EXPECT_FALSE(area.get_action(TOLV_MAGNIFYING_TOOL_ACTION)->isVisible());
     EXPECT_FALSE(area.get_action(TOLV_BIRDS_EYE_VIEW_ACTION)->isVisible());
     EXPECT_TRUE(area.get_action(TOLV_ZOOM_TOOL_ACTION)->isVisible());
+    area.get_action(TOLV_BIRDS_EYE_VIEW_ACTION)->setChecked(true);
+    area.set_view(new TOLV_VIEW, true);
+    EXPECT_TRUE(area.get_action(TOLV_MAGNIFYING_TOOL_ACTION)->isVisible());
+    EXPECT_FALSE(area.get_action(TOLV_BIRDS_EYE_VIEW_ACTION)->isChecked()); // it is hidden at first
+    area.set_view(new TOLV_VIEW, false);
     EXPECT_EQ(nullptr, area.get_birds_eye_view());
     area.hide_birds_eye_view();
     area.resize(100, 100);

@@ -42,8 +42,6 @@ TOLV_MULTIPAGE_SETUP_DLG::TOLV_MULTIPAGE_SETUP_DLG(int pages_wide, int pages_tal
     layout->addWidget(text);
     layout->addWidget(create_pages_group());
     layout->addWidget(buttons);
-    setTabOrder(m_pages_tall, buttons);
-    m_pages_wide->setFocus();
 }
 
 TOLV_MULTIPAGE_SETUP_DLG::~TOLV_MULTIPAGE_SETUP_DLG() = default;
