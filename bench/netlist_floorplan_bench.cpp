@@ -1,16 +1,24 @@
 // A chip of 10^4 cells and 10^5 pieces of wire: setting its drawing up, a whole frame, and a frame that shows one
-// percent of it, beside a QGraphicsView with the same rectangles and lines.
+// percent of it, beside a QGraphicsView with the same rectangles and lines. Then, in a window, a step of the wheel and a
+// step of the pan tool up to the end of the repaint.
 
 #include "floorplan.h"
 #include "floorplan_painter.h"
+#include "floorplan_view.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 
+#include "tolv_zoom_scroll_area.h"
+
+#include <QAction>
 #include <QApplication>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -110,6 +118,171 @@ void paint_graphics_view(benchmark::State& state, double part)
 }
 BENCHMARK_CAPTURE(paint_graphics_view, whole, 1.0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(paint_graphics_view, one_percent, 0.1)->Unit(benchmark::kMillisecond);
+
+// ---- In a window ----------------------------------------------------------------------------------------------------
+
+int s_paints = 0;
+
+/// Counts what reaches the screen.
+class COUNTING_VIEW : public FLOORPLAN_VIEW
+{
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        FLOORPLAN_VIEW::paintEvent(event);
+        ++s_paints;
+    }
+};
+
+class COUNTING_GRAPHICS_VIEW : public QGraphicsView
+{
+public:
+    using QGraphicsView::QGraphicsView;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override
+    {
+        const qreal factor = event->angleDelta().y() > 0 ? 1.25 : 0.8;
+        scale(factor, factor);
+        event->accept();
+    }
+    void paintEvent(QPaintEvent* event) override
+    {
+        QGraphicsView::paintEvent(event);
+        ++s_paints;
+    }
+};
+
+/// All that comes of an event, up to the last repaint that it brought about.
+void deliver(QWidget* widget, QEvent* event)
+{
+    const int paints = s_paints;
+    QApplication::sendEvent(widget, event);
+    do
+    {
+        QApplication::processEvents();
+    } while (s_paints == paints);
+}
+
+/// A notch of the wheel with Control held.
+void turn_wheel(QWidget* viewport, int delta)
+{
+    const QPoint position = viewport->rect().center();
+    QWheelEvent event(position, viewport->mapToGlobal(position), QPoint(), QPoint(0, delta), Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    deliver(viewport, &event);
+}
+
+/// The plan in its scroll area.
+struct PLAN_WINDOW
+{
+    explicit PLAN_WINDOW(double part)
+    {
+        area.resize(FRAME);
+        area.set_view(view, false);
+        view->set_plan(std::make_shared<const FLOORPLAN>(get_netlist(), get_netlist()->top_modules[0]));
+        area.show();
+        QApplication::processEvents();
+        const QRect bounds = view->get_plan()->get_bounds();
+        QRect shown(QPoint(0, 0), bounds.size() * part);
+        shown.moveCenter(bounds.center());
+        area.zoom_on_logical_rect(shown);
+        QApplication::processEvents();
+    }
+
+    FLOORPLAN_VIEW* view = new COUNTING_VIEW;
+    TOLV_ZOOM_SCROLL_AREA area;
+};
+
+/// @param part of each side of the drawing that the window shows
+void wheel_step_on_floorplan(benchmark::State& state, double part)
+{
+    PLAN_WINDOW window(part);
+    int delta = 120;
+    for ([[maybe_unused]] auto _ : state)
+    {
+        turn_wheel(window.area.viewport(), delta);
+        delta = -delta;
+    }
+}
+BENCHMARK_CAPTURE(wheel_step_on_floorplan, whole, 1.0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(wheel_step_on_floorplan, quarter, 0.5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(wheel_step_on_floorplan, one_percent, 0.1)->Unit(benchmark::kMillisecond);
+
+/// The pan tool under a pointer that goes to and fro by some pixels.
+void pan_step_on_floorplan(benchmark::State& state, double part)
+{
+    PLAN_WINDOW window(part);
+    window.area.get_action(TOLV_PAN_TOOL_ACTION)->setChecked(true);
+    const QPoint place = window.area.viewport()->rect().center();
+    QMouseEvent press(QEvent::MouseButtonPress, place, window.view->mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(window.view, &press);
+    const QPoint start = window.view->mapToGlobal(place);
+    int offset = 7;
+    for ([[maybe_unused]] auto _ : state)
+    {
+        QMouseEvent move(QEvent::MouseMove, window.view->mapFromGlobal(start), start + QPoint(offset, offset),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        deliver(window.view, &move);
+        offset = -offset;
+    }
+}
+BENCHMARK_CAPTURE(pan_step_on_floorplan, quarter, 0.5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(pan_step_on_floorplan, one_percent, 0.1)->Unit(benchmark::kMillisecond);
+
+struct SCENE_WINDOW
+{
+    explicit SCENE_WINDOW(double part)
+    {
+        fill_scene(scene);
+        view.resize(FRAME);
+        view.setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
+        view.show();
+        QRectF shown = scene.sceneRect();
+        const QPointF middle = shown.center();
+        shown.setSize(shown.size() * part);
+        shown.moveCenter(middle);
+        view.fitInView(shown);
+        QApplication::processEvents();
+    }
+
+    QGraphicsScene scene;
+    COUNTING_GRAPHICS_VIEW view{&scene};
+};
+
+void wheel_step_on_graphics_view(benchmark::State& state, double part)
+{
+    SCENE_WINDOW window(part);
+    int delta = 120;
+    for ([[maybe_unused]] auto _ : state)
+    {
+        turn_wheel(window.view.viewport(), delta);
+        delta = -delta;
+    }
+}
+BENCHMARK_CAPTURE(wheel_step_on_graphics_view, whole, 1.0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(wheel_step_on_graphics_view, quarter, 0.5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(wheel_step_on_graphics_view, one_percent, 0.1)->Unit(benchmark::kMillisecond);
+
+void pan_step_on_graphics_view(benchmark::State& state, double part)
+{
+    SCENE_WINDOW window(part);
+    int offset = 14;
+    for ([[maybe_unused]] auto _ : state)
+    {
+        const int paints = s_paints;
+        for (QScrollBar* bar : {window.view.horizontalScrollBar(), window.view.verticalScrollBar()})
+            bar->setValue(bar->value() + offset);
+        do
+        {
+            QApplication::processEvents();
+        } while (s_paints == paints);
+        offset = -offset;
+    }
+}
+BENCHMARK_CAPTURE(pan_step_on_graphics_view, quarter, 0.5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(pan_step_on_graphics_view, one_percent, 0.1)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char** argv)

@@ -110,8 +110,11 @@ private:
     void take_document(const std::string& option)
     {
         std::string& document = m_result.document;
-        if (take_value(option, document) && document != "schematic" && document != "tables" && document != "floorplan")
-            m_result.error = "\"" + document + "\" is no document: \"schematic\", \"tables\" and \"floorplan\" are";
+        const char* const documents[] = {"schematic", "tables", "floorplan", "hierarchy"};
+        if (take_value(option, document) &&
+            std::find(std::begin(documents), std::end(documents), document) == std::end(documents))
+            m_result.error =
+                "\"" + document + "\" is no document: \"schematic\", \"tables\", \"floorplan\" and \"hierarchy\" are";
     }
 
     /// An option that opens a window, with or without a place in it.
@@ -167,7 +170,7 @@ std::string COMMAND_LINE::get_help()
            "\n"
            "  --screenshot PICTURE  write a picture of the window, as PNG, and end; needs no display\n"
            "  --select PATH         choose an instance, by the names from the top down: top/u_uart/u_rx_fifo\n"
-           "  --document WHAT       bring \"schematic\", \"tables\" or \"floorplan\" to the front\n"
+           "  --document WHAT       bring \"schematic\", \"tables\", \"floorplan\" or \"hierarchy\" to the front\n"
            "  --preferences[=WHAT]  open the preferences, at \"colours\", \"fonts\", \"lines\" or the row of this "
            "name, such as\n"
            "                        TOLV_MSW_ERROR_COLOR; a screenshot shows them alone\n"

@@ -9,8 +9,9 @@ struct COMMAND_LINE
     std::string file;       ///< netlist to open; empty for the shipped design
     std::string screenshot; ///< picture to write; empty for an ordinary run
     std::string select;     ///< instance to choose: names from the top down, divided by "/"
-    std::string document;   ///< what to bring to the front: "schematic", "tables" or "floorplan"; empty for the usual
-    int width = 0;          ///< size in pixels of the window, or of the preferences or the gallery; 0 for the usual one
+    std::string
+        document; ///< what to bring to the front: "schematic", "tables", "floorplan" or "hierarchy"; empty for the usual
+    int width = 0; ///< size in pixels of the window, or of the preferences or the gallery; 0 for the usual one
     int height = 0;
     double scale = 0; ///< pixels per unit; 0 for what the display says
     bool is_dark = false;

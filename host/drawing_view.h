@@ -1,19 +1,22 @@
 #pragma once
 
+#include "drawing.h"
+
 #include "tolv_view.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 /// What the drawings of the workbench have in common: a click chooses a cell or lights up a net, a rectangle drawn with
 /// the left button to the lower right chooses the cells in it, a double click opens a cell, and tips tell what lies
-/// under the pointer. Subclasses know the drawing; objects in it ("items") go by index.
+/// under the pointer. Subclasses make the drawing, paint it and find the words for it.
 class DRAWING_VIEW : public TOLV_VIEW
 {
     Q_OBJECT
 
 public:
-    static constexpr std::uint32_t NONE = 0xffffffff;
+    static constexpr std::uint32_t NONE = DRAWING::NONE;
 
     /// The chosen items, in ascending order.
     const std::vector<std::uint32_t>& get_selection() const;
@@ -27,6 +30,11 @@ public:
     /// Chooses the item of a cell and draws the user's eye to it. False where the drawing does not have it.
     bool locate_cell(std::uint32_t cell);
 
+    /// The cell of an item in its module; NONE for what is no cell.
+    std::uint32_t get_cell_of_item(std::uint32_t item) const;
+
+    void paint(QPainter* painter, QPaintEvent* event, QWidget* widget, QRect rect, bool printing) override;
+    void paint_birds_eye_view(QPainter* painter, QPaintEvent* event, QWidget* widget, QRect rect) override;
     QRect get_selected_rect() const override;
     void do_rect_selection(const QRect& rect, const QPoint& point) override;
     void selection_mode_no_mouse_gesture(QMouseEvent* event) override;
@@ -40,25 +48,28 @@ signals:
     /// The selection shall be made visible; logical.
     void reveal_requested(const QRect& rect);
 
-public:
-    /// The cell of an item in its module; NONE for what is no cell.
-    virtual std::uint32_t get_cell_of_item(std::uint32_t item) const = 0;
-
 protected:
+    enum TARGET
+    {
+        TARGET_SCREEN,
+        TARGET_OVERVIEW,
+        TARGET_PAPER
+    };
+
     explicit DRAWING_VIEW(QWidget* parent);
 
-    /// Forgets what is chosen, when there is another drawing.
-    void forget_selection();
+    /// Shows another drawing, with nothing chosen; null for none.
+    void set_drawing(std::shared_ptr<const DRAWING> drawing);
 
     bool event(QEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
-    virtual std::uint32_t find_item(const QPoint& logical) const = 0;
-    virtual std::uint32_t find_net(const QPoint& logical, int distance) const = 0;
-    virtual std::vector<std::uint32_t> find_items_within(const QRect& logical) const = 0;
-    virtual std::uint32_t find_item_of_cell(std::uint32_t cell) const = 0;
-    virtual QRect get_item_rect(std::uint32_t item) const = 0;
-    virtual std::vector<std::uint32_t> get_nets_of_item(std::uint32_t item) const = 0;
+    /// Paints the drawing, or says why there is none.
+    /// @param painter draws in logical coordinates
+    /// @param exposed the part to paint, in pixels of what is painted on
+    virtual void paint_drawing(QPainter* painter, const QRect& exposed, TARGET target) = 0;
+    /// Whether nets can be seen.
+    virtual bool shows_nets() const;
     /// What a tip says.
     virtual QString get_item_text(std::uint32_t item) const = 0;
     virtual QString get_net_text(std::uint32_t net) const = 0;
@@ -66,8 +77,11 @@ protected:
     virtual QColor get_highlight_color() const = 0;
 
 private:
+    std::uint32_t find_item(const QPoint& logical) const;
+    std::uint32_t find_net(const QPoint& logical) const;
     int get_tolerance() const;
 
+    std::shared_ptr<const DRAWING> m_drawing;
     std::vector<std::uint32_t> m_selection;
     std::vector<std::uint32_t> m_lit_nets;
 };

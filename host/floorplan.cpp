@@ -447,7 +447,7 @@ std::uint32_t FLOORPLAN::get_unplaced_count() const
     return m_unplaced_count;
 }
 
-std::uint32_t FLOORPLAN::find_site(const QPoint& position) const
+std::uint32_t FLOORPLAN::find_item(const QPoint& position) const
 {
     const QRect tiles = get_tiles(QRect(position, QSize(1, 1)));
     if (tiles.isEmpty())
@@ -461,7 +461,7 @@ std::uint32_t FLOORPLAN::find_site(const QPoint& position) const
     return NONE;
 }
 
-std::uint32_t FLOORPLAN::find_site_of_cell(std::uint32_t cell) const
+std::uint32_t FLOORPLAN::find_item_of_cell(std::uint32_t cell) const
 {
     return cell < m_site_of_cell.size() ? m_site_of_cell[cell] : NONE;
 }
@@ -488,7 +488,7 @@ std::uint32_t FLOORPLAN::find_net(const QPoint& position, int distance) const
     return nearest;
 }
 
-std::vector<std::uint32_t> FLOORPLAN::find_sites_within(const QRect& rect) const
+std::vector<std::uint32_t> FLOORPLAN::find_items_within(const QRect& rect) const
 {
     std::vector<std::uint32_t> result;
     visit_sites(rect,
@@ -501,6 +501,21 @@ std::vector<std::uint32_t> FLOORPLAN::find_sites_within(const QRect& rect) const
                     }
                 });
     return result;
+}
+
+QRect FLOORPLAN::get_item_rect(std::uint32_t item) const
+{
+    return m_sites[item].rect;
+}
+
+std::uint32_t FLOORPLAN::get_cell_of_item(std::uint32_t item) const
+{
+    return m_sites[item].cell;
+}
+
+std::vector<std::uint32_t> FLOORPLAN::get_nets_of_item(std::uint32_t item) const
+{
+    return get_nets_of_cell(m_sites[item].cell);
 }
 
 std::vector<std::uint32_t> FLOORPLAN::get_nets_of_cell(std::uint32_t cell) const

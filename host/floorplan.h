@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drawing.h"
 #include "netlist.h"
 
 #include <QPoint>
@@ -24,7 +25,7 @@
 /// runs is not known, so each name has a place of its own: the same name always the same one.
 ///
 /// Built once, on any thread, and not changed any more. Keeps the netlist alive.
-class FLOORPLAN
+class FLOORPLAN : public DRAWING
 {
 public:
     static constexpr int TILE_SIZE = 256;
@@ -72,8 +73,6 @@ public:
 
     /// Columns and rows of tiles, 0 of both where nothing is placed.
     QSize get_tile_count() const;
-    /// All tiles together.
-    QRect get_bounds() const;
     /// Column and row of the tile at a place; x or y is -1 outside.
     QPoint get_tile_at(const QPoint& position) const;
     /// The area of a tile.
@@ -89,15 +88,17 @@ public:
     /// Cells whose place is missing or is none.
     std::uint32_t get_unplaced_count() const;
 
-    static constexpr std::uint32_t NONE = 0xffffffff;
-    /// Index of the site at a place, NONE for none.
-    std::uint32_t find_site(const QPoint& position) const;
-    /// Index of the site of a cell, NONE where it is not placed.
-    std::uint32_t find_site_of_cell(std::uint32_t cell) const;
-    /// The net with a wire nearest to a place, not farther off than `distance`; NONE for none.
-    std::uint32_t find_net(const QPoint& position, int distance) const;
-    /// Indices of the sites that lie in the rectangle with all their area.
-    std::vector<std::uint32_t> find_sites_within(const QRect& rect) const;
+    // Items are sites.
+    /// All tiles together.
+    QRect get_bounds() const override;
+    std::uint32_t find_item(const QPoint& position) const override;
+    std::vector<std::uint32_t> find_items_within(const QRect& rect) const override;
+    std::uint32_t find_item_of_cell(std::uint32_t cell) const override;
+    QRect get_item_rect(std::uint32_t item) const override;
+    std::uint32_t get_cell_of_item(std::uint32_t item) const override;
+    std::uint32_t find_net(const QPoint& position, int distance) const override;
+    std::vector<std::uint32_t> get_nets_of_item(std::uint32_t item) const override;
+
     /// Nets at the cell's pins that are routed, each once.
     std::vector<std::uint32_t> get_nets_of_cell(std::uint32_t cell) const;
     /// Range of get_wires() that belongs to a net.

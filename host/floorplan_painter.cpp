@@ -1,7 +1,8 @@
 #include "floorplan_painter.h"
 
-#include "tolv_contrast.h"
+#include "workbench_text.h"
 
+#include "tolv_contrast.h"
 #include "tolv_font.h"
 
 #include <QFontMetrics>
@@ -18,11 +19,13 @@
 namespace
 {
 // In pixels of the view.
-const double SMALLEST_WIRED_TILE = 6;  ///< of its side: in smaller ones wires would be a blot
-const double SMALLEST_LINED_TILE = 10; ///< has its outline
-const double SMALLEST_LINED_SITE = 5;  ///< of its height: has its outline
-const double SMALLEST_NAMED_TILE = 90; ///< of its side: has its place written in it
+const double SMALLEST_WIRED_TILE = 6;    ///< of its side: in smaller ones wires would be a blot
+const double SMALLEST_LINED_TILE = 10;   ///< has its outline
+const double SMALLEST_LINED_SITE = 5;    ///< of its height: has its outline
+const double SMALLEST_NAMED_TILE = 90;   ///< of its side: the names of its cells are written where they fit
+const double SMALLEST_PLACED_TILE = 130; ///< has its place written in it
 const int NAME_MARGIN = 3;
+const double TYPED_SITE_LINES = 2.2; ///< height of a site with room for a second line, in lines
 
 /// A rectangle of device pixels: the first ones in it and the first ones behind it.
 struct PIXELS
@@ -39,12 +42,13 @@ class FLOORPLAN_PAINTER::CANVAS
 {
 public:
     /// @param image for what is painted; kept from paint to paint, since new memory costs more than the painting
-    CANVAS(QPainter& painter, const QTransform& transform, const QRect& exposed, QImage& image)
-        : m_painter(painter), m_exposed(exposed), m_ratio(painter.device()->devicePixelRatioF()),
+    CANVAS(QPainter& painter, const QTransform& transform, const QRect& exposed, double pixel_size, QImage& image)
+        : m_painter(painter), m_exposed(exposed), m_pixel_size(pixel_size),
+          m_ratio(painter.device()->devicePixelRatioF()),
           m_is_image(painter.paintEngine()->type() == QPaintEngine::Raster), m_scale_x(transform.m11() * get_ratio()),
           m_scale_y(transform.m22() * get_ratio()), m_offset_x((transform.dx() - exposed.x()) * get_ratio()),
-          m_offset_y((transform.dy() - exposed.y()) * get_ratio()), m_tile_side(transform.m11() * FLOORPLAN::TILE_SIZE),
-          m_image(image)
+          m_offset_y((transform.dy() - exposed.y()) * get_ratio()),
+          m_tile_side(transform.m11() * FLOORPLAN::TILE_SIZE / pixel_size), m_image(image)
     {
         m_size = QSize(int(std::ceil(exposed.width() * get_ratio())), int(std::ceil(exposed.height() * get_ratio())));
         if (!m_is_image)
@@ -65,7 +69,7 @@ public:
                      int(std::ceil(m_size.height() / m_scale_y)) + 3);
     }
 
-    /// Side of a tile in pixels of the view.
+    /// Side of a tile in pixels of the screen.
     double get_tile_side() const
     {
         return m_tile_side;
@@ -135,7 +139,7 @@ private:
 
     int get_line_width() const
     {
-        return std::max(1, int(std::lround(get_ratio())));
+        return std::max(1, int(std::lround(get_ratio() * m_pixel_size)));
     }
 
     int get_x(int x) const
@@ -176,6 +180,7 @@ private:
 
     QPainter& m_painter;
     QRect m_exposed;
+    double m_pixel_size;
     double m_ratio;
     bool m_is_image;
     double m_scale_x; ///< from the drawing to pixels of the device
@@ -192,7 +197,8 @@ private:
 FLOORPLAN_PAINTER::FLOORPLAN_PAINTER()
     : m_background(TOLV_FLP_BACKGROUND_COLOR), m_empty_tile(TOLV_FLP_EMPTY_SITE_FILL_COLOR),
       m_tile_line(TOLV_FLP_SITE_GRID_COLOR), m_die_edge(TOLV_FLP_DIE_EDGE_LINE_COLOR), m_wire(TOLV_FLP_NET_LINE_COLOR),
-      m_lit_wire(TOLV_FLP_SELECTED_NET_LINE_COLOR), m_selected_site(TOLV_FLP_SELECTED_SITE_FILL_COLOR)
+      m_lit_wire(TOLV_FLP_SELECTED_NET_LINE_COLOR), m_selected_site(TOLV_FLP_SELECTED_SITE_FILL_COLOR),
+      m_place_text(TOLV_FLP_LOCATION_TEXT_COLOR)
 {
     for (const TOLV_COLOR_RESOURCE color :
          {TOLV_FLP_USED_LOGIC_BLOCK_FILL_COLOR, TOLV_FLP_USED_RAM_BLOCK_FILL_COLOR, TOLV_FLP_USED_DSP_BLOCK_FILL_COLOR,
@@ -216,7 +222,7 @@ void FLOORPLAN_PAINTER::paint(QPainter& painter, const FLOORPLAN& plan, const QT
 {
     if (exposed.isEmpty() || transform.m11() <= 0 || transform.m22() <= 0)
         return;
-    CANVAS canvas(painter, transform, exposed, m_image);
+    CANVAS canvas(painter, transform, exposed, style.pixel_size, m_image);
     if (!plan.get_bounds().contains(canvas.get_visible()))
         canvas.fill_all(m_background.get_color().rgb());
     paint_tiles(canvas, plan);
@@ -230,6 +236,8 @@ void FLOORPLAN_PAINTER::paint(QPainter& painter, const FLOORPLAN& plan, const QT
     canvas.finish();
     if (style.shows_names && canvas.get_tile_side() >= SMALLEST_NAMED_TILE)
         paint_names(painter, canvas, plan, style.coloring);
+    if (style.shows_names && canvas.get_tile_side() >= SMALLEST_PLACED_TILE)
+        paint_places(painter, canvas, plan);
 }
 
 QColor FLOORPLAN_PAINTER::get_site_color(const FLOORPLAN::SITE& site, COLORING coloring) const
@@ -247,20 +255,23 @@ QColor FLOORPLAN_PAINTER::get_kind_color(FLOORPLAN::KIND kind) const
     return m_kind_colors[std::size_t(kind)].get_color();
 }
 
+QColor FLOORPLAN_PAINTER::get_tile_color(FLOORPLAN::KIND kind) const
+{
+    const QColor fill = m_tile_colors[std::size_t(kind)].get_color();
+    const QColor ground = m_background.get_color();
+    // A quarter of it: the cells in the tile stand out.
+    return QColor((fill.red() + 3 * ground.red()) / 4, (fill.green() + 3 * ground.green()) / 4,
+                  (fill.blue() + 3 * ground.blue()) / 4);
+}
+
 void FLOORPLAN_PAINTER::paint_tiles(CANVAS& canvas, const FLOORPLAN& plan) const
 {
     const QRect visible = canvas.get_visible() & plan.get_bounds();
     if (visible.isEmpty())
         return;
     std::vector<QRgb> fills;
-    for (const TOLV_COLOR& color : m_tile_colors)
-    {
-        const QColor fill = color.get_color();
-        const QColor ground = m_background.get_color();
-        // A quarter of it: the cells in the tile stand out.
-        fills.push_back(qRgb((fill.red() + 3 * ground.red()) / 4, (fill.green() + 3 * ground.green()) / 4,
-                             (fill.blue() + 3 * ground.blue()) / 4));
-    }
+    for (std::size_t kind = 0; kind < m_tile_colors.size(); ++kind)
+        fills.push_back(get_tile_color(FLOORPLAN::KIND(kind)).rgb());
     const QRgb line = m_tile_line.get_color().rgb();
     const QPoint first = plan.get_tile_at(visible.topLeft());
     const QPoint last = plan.get_tile_at(visible.bottomRight());
@@ -323,29 +334,66 @@ void FLOORPLAN_PAINTER::paint_lit_nets(CANVAS& canvas, const FLOORPLAN& plan, co
     }
 }
 
+/// The name of each site's cell and, in a higher site, its type below.
 void FLOORPLAN_PAINTER::paint_names(QPainter& painter, const CANVAS& canvas, const FLOORPLAN& plan,
                                     COLORING coloring) const
 {
     const TOLV_FONT font(TOLV_FLP_LOCATION_FONT);
     painter.save();
     painter.setFont(*font.get_font());
-    const QFontMetrics metrics(painter.font());
-    plan.visit_sites(
-        canvas.get_visible(),
-        [&](const FLOORPLAN::SITE* sites, std::size_t count)
+    const QFontMetrics metrics = painter.fontMetrics(); // of the device
+    const NETLIST_NAMES& names = plan.get_netlist().names;
+    const auto paint_line = [&](const QRect& rect, NETLIST_NAME text)
+    {
+        // At a point: a text in a rectangle would be laid out twice.
+        painter.drawText(rect.x(), rect.y() + (rect.height() + metrics.ascent() - metrics.descent()) / 2,
+                         metrics.elidedText(workbench_to_qstring(names.get(text)), Qt::ElideMiddle, rect.width()));
+    };
+    plan.visit_sites(canvas.get_visible(),
+                     [&](const FLOORPLAN::SITE* sites, std::size_t count)
+                     {
+                         for (const FLOORPLAN::SITE* site = sites; site != sites + count; ++site)
+                         {
+                             QRect rect = canvas.get_view_rect(site->rect).adjusted(NAME_MARGIN, 0, -NAME_MARGIN, 0);
+                             if (rect.height() < metrics.height())
+                                 continue;
+                             const NETLIST_CELL& cell = plan.get_module().cells[site->cell];
+                             painter.setPen(tolv_get_contrast_color(get_site_color(*site, coloring)));
+                             if (rect.height() >= TYPED_SITE_LINES * metrics.height())
+                             {
+                                 rect.setHeight(rect.height() / 2);
+                                 paint_line(rect.translated(0, rect.height()), cell.type);
+                             }
+                             paint_line(rect, cell.name);
+                         }
+                     });
+    painter.restore();
+}
+
+/// Column and row of each tile, on its own ground, in the corner that no site reaches.
+void FLOORPLAN_PAINTER::paint_places(QPainter& painter, const CANVAS& canvas, const FLOORPLAN& plan) const
+{
+    const QRect visible = canvas.get_visible() & plan.get_bounds();
+    if (visible.isEmpty())
+        return;
+    const TOLV_FONT font(TOLV_FLP_LOCATION_FONT);
+    painter.save();
+    painter.setFont(*font.get_font());
+    painter.setPen(m_place_text.get_color());
+    const QFontMetrics metrics = painter.fontMetrics(); // of the device
+    const QPoint first = plan.get_tile_at(visible.topLeft());
+    const QPoint last = plan.get_tile_at(visible.bottomRight());
+    for (int row = last.y(); row <= first.y(); ++row)
+    {
+        for (int column = first.x(); column <= last.x(); ++column)
         {
-            for (const FLOORPLAN::SITE* site = sites; site != sites + count; ++site)
-            {
-                const QRect rect = canvas.get_view_rect(site->rect).adjusted(NAME_MARGIN, 0, -NAME_MARGIN, 0);
-                if (rect.height() < metrics.height())
-                    continue;
-                const std::string_view name = plan.get_netlist().names.get(plan.get_module().cells[site->cell].name);
-                painter.setPen(tolv_get_contrast_color(get_site_color(*site, coloring)));
-                // At a point: a text in a rectangle would be laid out twice.
-                painter.drawText(rect.x(), rect.y() + (rect.height() + metrics.ascent() - metrics.descent()) / 2,
-                                 metrics.elidedText(QString::fromUtf8(name.data(), int(name.size())), Qt::ElideMiddle,
-                                                    rect.width()));
-            }
-        });
+            const QString text = QStringLiteral("X%1/Y%2").arg(column).arg(row);
+            const QRect tile = canvas.get_view_rect(plan.get_tile_rect(column, row));
+            const QRect ground(tile.x() + 1, tile.y() + 1, metrics.horizontalAdvance(text) + 2 * NAME_MARGIN,
+                               metrics.height());
+            painter.fillRect(ground, get_tile_color(plan.get_tile_kind(column, row)));
+            painter.drawText(ground.x() + NAME_MARGIN, ground.y() + metrics.ascent(), text);
+        }
+    }
     painter.restore();
 }

@@ -13,7 +13,8 @@ class QPainter;
 class QTransform;
 
 /// Paints a floorplan with the named colours, which it asks for at each paint. More shows the nearer one comes: tiles and
-/// sites always, wires where a tile has some pixels, outlines and names where there is room for them.
+/// sites always, wires where a tile has some pixels, outlines, names, the places of tiles and the types of cells where there
+/// is room for them.
 ///
 /// Sites and wires by the ten thousand are written into an image of the exposed part, pixel for pixel of the device,
 /// since they are rectangles and lines along the axes; what is few is drawn by the painter itself. On a device that is no
@@ -32,6 +33,7 @@ public:
         COLORING coloring = COLORING_KIND;
         bool shows_wires = true;
         bool shows_names = true;                   ///< of cells, where there is room
+        double pixel_size = 1;                     ///< pixels that count as one of a screen; more on paper
         std::vector<std::uint32_t> selected_sites; ///< indices, in ascending order
         std::vector<std::uint32_t> lit_nets;       ///< indices of nets in the module
     };
@@ -56,7 +58,9 @@ private:
     void paint_wires(CANVAS& canvas, const FLOORPLAN& plan) const;
     void paint_sites(CANVAS& canvas, const FLOORPLAN& plan, COLORING coloring) const;
     void paint_lit_nets(CANVAS& canvas, const FLOORPLAN& plan, const STYLE& style) const;
+    void paint_places(QPainter& painter, const CANVAS& canvas, const FLOORPLAN& plan) const;
     void paint_names(QPainter& painter, const CANVAS& canvas, const FLOORPLAN& plan, COLORING coloring) const;
+    QColor get_tile_color(FLOORPLAN::KIND kind) const;
 
     mutable QImage m_image; ///< of the last paint
     TOLV_COLOR m_background;
@@ -66,6 +70,7 @@ private:
     TOLV_COLOR m_wire;
     TOLV_COLOR m_lit_wire;
     TOLV_COLOR m_selected_site;
+    TOLV_COLOR m_place_text;
     std::vector<TOLV_COLOR> m_kind_colors;  ///< by FLOORPLAN::KIND
     std::vector<TOLV_COLOR> m_tile_colors;  ///< by FLOORPLAN::KIND
     std::vector<TOLV_COLOR> m_group_colors; ///< gone round

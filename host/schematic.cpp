@@ -24,10 +24,43 @@ bool SCHEMATIC::BOX::is_port() const
     return kind == KIND::INPUT_PORT || kind == KIND::OUTPUT_PORT || kind == KIND::INOUT_PORT;
 }
 
-std::uint32_t SCHEMATIC::find_box(const QPoint& position) const
+QRect SCHEMATIC::get_bounds() const
+{
+    return bounds;
+}
+
+std::uint32_t SCHEMATIC::find_item(const QPoint& position) const
 {
     const auto box = std::find_if(boxes.begin(), boxes.end(), [&](const BOX& b) { return b.rect.contains(position); });
     return box == boxes.end() ? NONE : std::uint32_t(box - boxes.begin());
+}
+
+std::vector<std::uint32_t> SCHEMATIC::find_items_within(const QRect& rect) const
+{
+    std::vector<std::uint32_t> result;
+    for (std::uint32_t i = 0; i < boxes.size(); ++i)
+    {
+        if (rect.contains(boxes[i].rect))
+            result.push_back(i);
+    }
+    return result;
+}
+
+std::uint32_t SCHEMATIC::find_item_of_cell(std::uint32_t cell) const
+{
+    const auto box =
+        std::find_if(boxes.begin(), boxes.end(), [&](const BOX& b) { return !b.is_port() && b.index == cell; });
+    return box == boxes.end() ? NONE : std::uint32_t(box - boxes.begin());
+}
+
+QRect SCHEMATIC::get_item_rect(std::uint32_t item) const
+{
+    return boxes[item].rect;
+}
+
+std::uint32_t SCHEMATIC::get_cell_of_item(std::uint32_t item) const
+{
+    return boxes[item].is_port() ? NONE : boxes[item].index;
 }
 
 std::uint32_t SCHEMATIC::find_net(const QPoint& position, int distance) const
@@ -46,20 +79,16 @@ std::uint32_t SCHEMATIC::find_net(const QPoint& position, int distance) const
     return nearest;
 }
 
-std::vector<std::uint32_t> SCHEMATIC::find_boxes_within(const QRect& rect) const
+std::vector<std::uint32_t> SCHEMATIC::get_nets_of_item(std::uint32_t item) const
 {
-    std::vector<std::uint32_t> result;
-    for (std::uint32_t i = 0; i < boxes.size(); ++i)
+    std::vector<std::uint32_t> found;
+    for (const PIN& pin : boxes[item].pins)
     {
-        if (rect.contains(boxes[i].rect))
-            result.push_back(i);
+        const std::uint32_t net = pin.is_connected ? find_net(pin.position, 0) : NONE;
+        if (net != NONE)
+            found.push_back(net);
     }
-    return result;
-}
-
-std::uint32_t SCHEMATIC::find_cell(std::uint32_t cell) const
-{
-    const auto box =
-        std::find_if(boxes.begin(), boxes.end(), [&](const BOX& b) { return !b.is_port() && b.index == cell; });
-    return box == boxes.end() ? NONE : std::uint32_t(box - boxes.begin());
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
 }

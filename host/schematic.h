@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drawing.h"
 #include "netlist.h"
 
 #include <QPoint>
@@ -15,7 +16,7 @@
 ///
 /// A net with very many pins, such as a clock, is not drawn: its pins carry its name instead, as do pins that nothing
 /// drives and pins at a constant.
-class SCHEMATIC
+class SCHEMATIC : public DRAWING
 {
 public:
     enum class KIND : std::uint8_t
@@ -77,7 +78,6 @@ public:
         std::uint32_t net = 0;
     };
 
-    static constexpr std::uint32_t NONE = 0xffffffff;
     /// More boxes than this take too long to place, and nobody could read them.
     static constexpr std::size_t LARGEST_BOX_COUNT = 1500;
 
@@ -94,14 +94,15 @@ public:
     std::vector<JUNCTION> junctions;
     QRect bounds; ///< of all of it, with a margin
 
-    /// Index of the box at a place; NONE for none.
-    std::uint32_t find_box(const QPoint& position) const;
-    /// The net whose line is nearest to a place, not farther off than `distance`; NONE for none.
-    std::uint32_t find_net(const QPoint& position, int distance) const;
-    /// Indices of the boxes that lie whole in a rectangle.
-    std::vector<std::uint32_t> find_boxes_within(const QRect& rect) const;
-    /// Index of the box of a cell; NONE for none.
-    std::uint32_t find_cell(std::uint32_t cell) const;
+    // Items are boxes.
+    QRect get_bounds() const override;
+    std::uint32_t find_item(const QPoint& position) const override;
+    std::vector<std::uint32_t> find_items_within(const QRect& rect) const override;
+    std::uint32_t find_item_of_cell(std::uint32_t cell) const override;
+    QRect get_item_rect(std::uint32_t item) const override;
+    std::uint32_t get_cell_of_item(std::uint32_t item) const override;
+    std::uint32_t find_net(const QPoint& position, int distance) const override;
+    std::vector<std::uint32_t> get_nets_of_item(std::uint32_t item) const override;
 };
 
 // Measures of the drawing, in its units.

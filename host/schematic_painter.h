@@ -4,13 +4,14 @@
 
 #include "tolv_color.h"
 
+#include <memory>
 #include <vector>
 
 class QPainter;
 class QTransform;
 
 /// Paints a schematic with the named colours and fonts, which it asks for at each paint. Texts and pins show where they
-/// can be read.
+/// can be read, and always on paper. Texts are kept as they are laid out, from paint to paint: at one level of zoom that is most of the work.
 class SCHEMATIC_PAINTER
 {
 public:
@@ -18,9 +19,11 @@ public:
     {
         std::vector<std::uint32_t> selected_boxes; ///< indices, in ascending order
         std::vector<std::uint32_t> lit_nets;       ///< indices, in ascending order
+        double line_width = 0;                     ///< on paper, in units; 0 for one pixel of the screen
     };
 
     SCHEMATIC_PAINTER();
+    ~SCHEMATIC_PAINTER();
 
     /// @param painter   its transform maps the drawing to the view; `scale` pixels of the view for a unit of it
     /// @param visible   the part of the drawing to paint
@@ -30,11 +33,16 @@ public:
     QColor get_background_color() const;
 
 private:
-    void paint_wires(QPainter& painter, const SCHEMATIC& schematic, const QRect& visible, const STYLE& style,
-                     bool lit) const;
-    void paint_box(QPainter& painter, const SCHEMATIC::BOX& box, double scale, bool selected) const;
-    void paint_port(QPainter& painter, const SCHEMATIC::BOX& box, bool has_text, const QColor& fill) const;
-    void paint_pins(QPainter& painter, const SCHEMATIC::BOX& box) const;
+    class TEXT_FONT;
+    struct TEXT_FONTS;
+    struct CONTEXT;
+
+    void paint_wires(const CONTEXT& context, const SCHEMATIC& schematic, const QRect& visible, bool lit) const;
+    void paint_box(const CONTEXT& context, const SCHEMATIC::BOX& box, bool selected) const;
+    void paint_cell(const CONTEXT& context, const SCHEMATIC::BOX& box, const QColor& fill) const;
+    void paint_port(const CONTEXT& context, const SCHEMATIC::BOX& box, const QColor& fill) const;
+    void paint_pins(const CONTEXT& context, const SCHEMATIC::BOX& box) const;
+    void paint_label(const CONTEXT& context, const SCHEMATIC::PIN& pin) const;
 
     TOLV_COLOR m_background;
     TOLV_COLOR m_box_line;
@@ -50,4 +58,5 @@ private:
     TOLV_COLOR m_port_text;
     TOLV_COLOR m_net_text;
     std::vector<TOLV_COLOR> m_fills; ///< by SCHEMATIC::KIND
+    std::unique_ptr<TEXT_FONTS> m_fonts;
 };

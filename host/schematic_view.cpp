@@ -3,11 +3,8 @@
 #include "tolv_color.h"
 #include "tolv_global.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 #include <QtConcurrent>
-
-#include <algorithm>
 
 namespace
 {
@@ -18,7 +15,6 @@ const float LARGEST_LEVEL = 8;
 SCHEMATIC_VIEW::SCHEMATIC_VIEW(QWidget* parent) : DRAWING_VIEW(parent)
 {
     setAccessibleName(tr("Schematic"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
     set_zoom_min_max(SMALLEST_LEVEL, LARGEST_LEVEL);
     TOLV_SAFE_CONNECT(&m_watcher, SIGNAL(finished()), this, SLOT(take_drawing()));
 }
@@ -27,15 +23,14 @@ SCHEMATIC_VIEW::~SCHEMATIC_VIEW() = default;
 
 void SCHEMATIC_VIEW::set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module)
 {
-    forget_selection();
     m_netlist = netlist;
     m_module = module;
     m_schematic = nullptr;
+    set_drawing(nullptr);
     m_is_drawing = netlist != nullptr;
     // The watcher hears no more of the drawing that it watched before; that one keeps its netlist until it is done.
     m_watcher.setFuture(netlist != nullptr ? QtConcurrent::run(&SCHEMATIC::make, netlist, module)
                                            : QFuture<std::shared_ptr<const SCHEMATIC>>());
-    update();
 }
 
 const std::shared_ptr<const SCHEMATIC>& SCHEMATIC_VIEW::get_schematic() const
@@ -54,9 +49,7 @@ void SCHEMATIC_VIEW::take_drawing()
         return;
     m_is_drawing = false;
     m_schematic = m_watcher.result();
-    if (m_schematic != nullptr && !m_schematic->bounds.isEmpty())
-        set_logical_size(m_schematic->bounds);
-    update();
+    set_drawing(m_schematic);
     emit drawn();
 }
 
@@ -74,23 +67,7 @@ QString SCHEMATIC_VIEW::get_state_text() const
     return tr("The schematic could not be drawn.");
 }
 
-std::uint32_t SCHEMATIC_VIEW::get_cell_of_item(std::uint32_t item) const
-{
-    const SCHEMATIC::BOX& box = m_schematic->boxes[item];
-    return box.is_port() ? NONE : box.index;
-}
-
-void SCHEMATIC_VIEW::paint(QPainter* painter, QPaintEvent* event, QWidget*, QRect rect, bool)
-{
-    paint_schematic(painter, event != nullptr ? event->region().boundingRect() & rect : rect);
-}
-
-void SCHEMATIC_VIEW::paint_birds_eye_view(QPainter* painter, QPaintEvent* event, QWidget*, QRect rect)
-{
-    paint_schematic(painter, event != nullptr ? event->region().boundingRect() & rect : rect);
-}
-
-void SCHEMATIC_VIEW::paint_schematic(QPainter* painter, const QRect& exposed) const
+void SCHEMATIC_VIEW::paint_drawing(QPainter* painter, const QRect& exposed, TARGET target)
 {
     {
         const TOLV_PHYSICAL_DRAWING_HANDLE physical(painter);
@@ -98,52 +75,24 @@ void SCHEMATIC_VIEW::paint_schematic(QPainter* painter, const QRect& exposed) co
         if (m_schematic == nullptr)
         {
             painter->setPen(TOLV_COLOR(TOLV_RTLV_TEXT_COLOR).get_color());
-            painter->drawText(get_viewport_rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), get_state_text());
+            painter->drawText(target == TARGET_SCREEN ? get_viewport_rect() : exposed,
+                              int(Qt::AlignCenter) | int(Qt::TextWordWrap), get_state_text());
             return;
         }
     }
     const QTransform transform = painter->transform();
     const QRect visible = transform.inverted().mapRect(QRectF(exposed)).toAlignedRect().adjusted(-1, -1, 1, 1);
-    m_painter.paint(*painter, *m_schematic, visible, transform.m11(), {get_selection(), get_lit_nets()});
-}
-
-std::uint32_t SCHEMATIC_VIEW::find_item(const QPoint& logical) const
-{
-    return m_schematic != nullptr ? m_schematic->find_box(logical) : NONE;
-}
-
-std::uint32_t SCHEMATIC_VIEW::find_net(const QPoint& logical, int distance) const
-{
-    return m_schematic != nullptr ? m_schematic->find_net(logical, distance) : NONE;
-}
-
-std::vector<std::uint32_t> SCHEMATIC_VIEW::find_items_within(const QRect& logical) const
-{
-    return m_schematic != nullptr ? m_schematic->find_boxes_within(logical) : std::vector<std::uint32_t>();
-}
-
-std::uint32_t SCHEMATIC_VIEW::find_item_of_cell(std::uint32_t cell) const
-{
-    return m_schematic != nullptr ? m_schematic->find_cell(cell) : NONE;
-}
-
-QRect SCHEMATIC_VIEW::get_item_rect(std::uint32_t item) const
-{
-    return m_schematic->boxes[item].rect;
-}
-
-std::vector<std::uint32_t> SCHEMATIC_VIEW::get_nets_of_item(std::uint32_t item) const
-{
-    std::vector<std::uint32_t> nets;
-    for (const SCHEMATIC::PIN& pin : m_schematic->boxes[item].pins)
+    SCHEMATIC_PAINTER::STYLE style;
+    if (target == TARGET_PAPER)
     {
-        const std::uint32_t net = pin.is_connected ? m_schematic->find_net(pin.position, 0) : NONE;
-        if (net != NONE)
-            nets.push_back(net);
+        style.line_width = DRAWING::get_pixel_size(*painter) / transform.m11();
     }
-    std::sort(nets.begin(), nets.end());
-    nets.erase(std::unique(nets.begin(), nets.end()), nets.end());
-    return nets;
+    else
+    {
+        style.selected_boxes = get_selection();
+        style.lit_nets = get_lit_nets();
+    }
+    m_painter.paint(*painter, *m_schematic, visible, transform.m11(), style);
 }
 
 QString SCHEMATIC_VIEW::get_item_text(std::uint32_t item) const

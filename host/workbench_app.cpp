@@ -22,6 +22,7 @@ WORKBENCH_DOCUMENTS::DOCUMENT get_document(const std::string& name)
 {
     return name == "tables"      ? WORKBENCH_DOCUMENTS::DOCUMENT_TABLES
            : name == "floorplan" ? WORKBENCH_DOCUMENTS::DOCUMENT_FLOORPLAN
+           : name == "hierarchy" ? WORKBENCH_DOCUMENTS::DOCUMENT_HIERARCHY
                                  : WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC;
 }
 
@@ -91,7 +92,8 @@ void WORKBENCH_APP::finish_loading()
 
 void WORKBENCH_APP::finish_drawing()
 {
-    if (write_screenshot())
+    // More than one drawing can be under way.
+    if (!m_window->get_documents()->is_drawing() && write_screenshot())
         exit(0);
 }
 

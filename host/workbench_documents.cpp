@@ -2,6 +2,8 @@
 
 #include "drawing_pane.h"
 #include "floorplan_view.h"
+#include "hierarchy_graph_pane.h"
+#include "hierarchy_graph_view.h"
 #include "schematic_view.h"
 #include "workbench_module_view.h"
 
@@ -16,15 +18,17 @@
 WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     : QObject(parent), m_area(area), m_module_view(new WORKBENCH_MODULE_VIEW), m_schematic_view(new SCHEMATIC_VIEW),
       m_floorplan_view(new FLOORPLAN_VIEW), m_schematic(new DRAWING_PANE(m_schematic_view, tr("Schematic"))),
-      m_floorplan(new DRAWING_PANE(m_floorplan_view, tr("Floorplan"))), m_widgets(DOCUMENT_COUNT),
-      m_windows(DOCUMENT_COUNT)
+      m_floorplan(new DRAWING_PANE(m_floorplan_view, tr("Floorplan"))), m_hierarchy(new HIERARCHY_GRAPH_PANE),
+      m_widgets(DOCUMENT_COUNT), m_windows(DOCUMENT_COUNT)
 {
     m_module_view->setObjectName(QStringLiteral("module_view"));
     m_schematic->setObjectName(QStringLiteral("schematic"));
     m_floorplan->setObjectName(QStringLiteral("floorplan"));
+    m_hierarchy->setObjectName(QStringLiteral("hierarchy_graph"));
     add_document(DOCUMENT_SCHEMATIC, m_schematic, tr("Schematic"));
     add_document(DOCUMENT_TABLES, m_module_view, tr("Cells, Ports and Nets"));
     add_document(DOCUMENT_FLOORPLAN, m_floorplan, tr("Floorplan"));
+    add_document(DOCUMENT_HIERARCHY, m_hierarchy, tr("Hierarchy Graph"));
 
     QAction* const by_module = m_floorplan->get_tool_bar()->addAction(tr("By Module"));
     by_module->setObjectName(QStringLiteral("color_by_module"));
@@ -45,6 +49,8 @@ WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     TOLV_SAFE_CONNECT(m_schematic_view, SIGNAL(selection_changed()), this, SLOT(report_schematic_cell()));
     TOLV_SAFE_CONNECT(m_floorplan_view, SIGNAL(selection_changed()), this, SLOT(report_floorplan_cell()));
     TOLV_SAFE_CONNECT(m_schematic_view, SIGNAL(drawn()), this, SLOT(fit_schematic()));
+    TOLV_SAFE_CONNECT(m_hierarchy->get_view(), SIGNAL(drawn()), this, SIGNAL(drawn()));
+    TOLV_SAFE_CONNECT(m_hierarchy->get_view(), SIGNAL(module_activated(int)), this, SLOT(enter_module(int)));
 }
 
 WORKBENCH_DOCUMENTS::~WORKBENCH_DOCUMENTS()
@@ -114,15 +120,20 @@ DRAWING_PANE* WORKBENCH_DOCUMENTS::get_floorplan() const
     return m_floorplan;
 }
 
-DRAWING_PANE* WORKBENCH_DOCUMENTS::get_active_drawing() const
+HIERARCHY_GRAPH_PANE* WORKBENCH_DOCUMENTS::get_hierarchy() const
+{
+    return m_hierarchy;
+}
+
+DRAWING_FRAME* WORKBENCH_DOCUMENTS::get_active_drawing() const
 {
     QMdiSubWindow* const active = m_area->activeSubWindow();
-    return active != nullptr ? qobject_cast<DRAWING_PANE*>(active->widget()) : nullptr;
+    return active != nullptr ? qobject_cast<DRAWING_FRAME*>(active->widget()) : nullptr;
 }
 
 bool WORKBENCH_DOCUMENTS::is_drawing() const
 {
-    return m_schematic_view->is_drawing();
+    return m_schematic_view->is_drawing() || m_hierarchy->get_view()->is_drawing();
 }
 
 bool WORKBENCH_DOCUMENTS::has_floorplan() const
@@ -133,10 +144,13 @@ bool WORKBENCH_DOCUMENTS::has_floorplan() const
 void WORKBENCH_DOCUMENTS::set_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module,
                                      const QStringList& path)
 {
+    m_module = module;
+    m_path = path;
     m_module_view->set_module(netlist, module, path);
     m_schematic_view->set_module(netlist, module);
-    m_path = path.join(QLatin1Char('/'));
     update_tooltips();
+    m_hierarchy->get_view()->set_netlist(netlist);
+    m_hierarchy->get_view()->set_current_module(module);
     set_floorplan_module(netlist, module);
 }
 
@@ -145,7 +159,7 @@ void WORKBENCH_DOCUMENTS::update_tooltips()
 {
     m_area->update_tab_tooltips();
     for (int tab = 0; tab < DOCUMENT_COUNT; ++tab)
-        m_area->update_tab_tooltip(m_schematic->windowTitle(), m_path, tab);
+        m_area->update_tab_tooltip(m_schematic->windowTitle(), m_path.join(QLatin1Char('/')), tab);
 }
 
 /// The chip stays where the new module has no places itself.
@@ -179,6 +193,7 @@ void WORKBENCH_DOCUMENTS::apply_drawing_resources()
     m_module_view->apply_drawing_resources();
     m_schematic_view->update();
     m_floorplan_view->update();
+    m_hierarchy->get_view()->apply_drawing_resources();
 }
 
 void WORKBENCH_DOCUMENTS::show_document(int document)
@@ -247,4 +262,13 @@ void WORKBENCH_DOCUMENTS::enter_floorplan_cell(int cell)
 {
     show_document(DOCUMENT_SCHEMATIC);
     show_cell(cell);
+}
+
+/// The instance that is shown, where it is one of the module; else the first one that there is.
+void WORKBENCH_DOCUMENTS::enter_module(int module)
+{
+    const HIERARCHY_GRAPH& graph = *m_hierarchy->get_view()->get_graph();
+    const std::uint32_t node = graph.find_node(std::uint32_t(module));
+    const QStringList path = std::uint32_t(module) == m_module ? m_path : graph.get_path(node);
+    emit instance_activated(path);
 }

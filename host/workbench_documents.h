@@ -9,15 +9,17 @@
 
 #include <memory>
 
+class DRAWING_FRAME;
 class DRAWING_PANE;
 class FLOORPLAN_VIEW;
+class HIERARCHY_GRAPH_PANE;
 class QMdiSubWindow;
 class SCHEMATIC_VIEW;
 class TOLV_MDI_AREA;
 class WORKBENCH_MODULE_VIEW;
 
-/// The documents in the middle of the window: the schematic of the chosen module, its tables and, for a placed design,
-/// the floorplan of the chip. A document that is closed stays and can be opened again.
+/// The documents in the middle of the window: the schematic of the chosen module, its tables, for a placed design the
+/// floorplan of the chip, and the hierarchy of the design as a graph. A document that is closed stays and can be opened again.
 class WORKBENCH_DOCUMENTS : public QObject
 {
     Q_OBJECT
@@ -28,6 +30,7 @@ public:
         DOCUMENT_SCHEMATIC,
         DOCUMENT_TABLES,
         DOCUMENT_FLOORPLAN,
+        DOCUMENT_HIERARCHY,
         DOCUMENT_COUNT
     };
 
@@ -38,8 +41,9 @@ public:
     WORKBENCH_MODULE_VIEW* get_module_view() const;
     DRAWING_PANE* get_schematic() const;
     DRAWING_PANE* get_floorplan() const;
+    HIERARCHY_GRAPH_PANE* get_hierarchy() const;
     /// The drawing that is in front; null where the tables are, or nothing.
-    DRAWING_PANE* get_active_drawing() const;
+    DRAWING_FRAME* get_active_drawing() const;
     /// Whether a drawing is still being made; `drawn()` tells its end.
     bool is_drawing() const;
     /// Whether the design has a floorplan.
@@ -64,7 +68,9 @@ signals:
     void cell_activated(int cell);
     /// A cell is chosen in a drawing.
     void cell_chosen(int cell);
-    /// The schematic of the module is there, or it turned out that there is none.
+    /// The user wants to see the schematic of a module: names of the instances from the top to one of it.
+    void instance_activated(const QStringList& path);
+    /// The schematic of the module, or the graph of the hierarchy, is there, or it turned out that there is none.
     void drawn();
     /// Whether there is a floorplan has changed.
     void floorplan_available(bool available);
@@ -77,6 +83,7 @@ private slots:
     void report_floorplan_cell();
     void fit_schematic();
     void enter_floorplan_cell(int cell);
+    void enter_module(int module);
 
 private:
     void add_document(DOCUMENT document, QWidget* widget, const QString& title);
@@ -92,8 +99,10 @@ private:
     FLOORPLAN_VIEW* m_floorplan_view;
     DRAWING_PANE* m_schematic;
     DRAWING_PANE* m_floorplan;
+    HIERARCHY_GRAPH_PANE* m_hierarchy;
+    std::uint32_t m_module = 0;                 ///< the one that is shown
+    QStringList m_path;                         ///< of its instance
     QVector<QPointer<QWidget>> m_widgets;       ///< by DOCUMENT; owned by their window while they are open
     QVector<QPointer<QMdiSubWindow>> m_windows; ///< by DOCUMENT; null for one that is closed
-    QString m_path;                             ///< of the module that is shown, names divided by "/"
     bool m_is_reporting = false;
 };

@@ -1,6 +1,6 @@
 #include "workbench_window.h"
 
-#include "drawing_pane.h"
+#include "drawing_frame.h"
 #include "gallery_window.h"
 #include "hierarchy_filter_model.h"
 #include "hierarchy_model.h"
@@ -405,6 +405,17 @@ void WORKBENCH_WINDOW::show_tables()
     m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_TABLES);
 }
 
+void WORKBENCH_WINDOW::show_hierarchy()
+{
+    m_documents->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_HIERARCHY);
+}
+
+void WORKBENCH_WINDOW::enter_instance(const QStringList& path)
+{
+    if (select_path(path))
+        show_schematic();
+}
+
 void WORKBENCH_WINDOW::show_help_topics()
 {
     help_dyn_show_context(std::string());
@@ -412,10 +423,10 @@ void WORKBENCH_WINDOW::show_help_topics()
 
 void WORKBENCH_WINDOW::print()
 {
-    if (DRAWING_PANE* const drawing = m_documents->get_active_drawing())
+    if (DRAWING_FRAME* const drawing = m_documents->get_active_drawing())
         drawing->print();
     else
-        statusBar()->showMessage(tr("Bring the schematic or the floorplan to the front to print it"), 5000);
+        statusBar()->showMessage(tr("Bring a drawing to the front to print it"), 5000);
 }
 
 void WORKBENCH_WINDOW::reset_layout()

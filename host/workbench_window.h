@@ -109,6 +109,8 @@ private slots:
     void show_schematic();
     void show_floorplan();
     void show_tables();
+    void show_hierarchy();
+    void enter_instance(const QStringList& path);
     void show_help_topics();
     void print();
     void reset_layout();

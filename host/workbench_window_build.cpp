@@ -8,6 +8,7 @@
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button_bar.h"
 #include "tolv_global.h"
+#include "tolv_icon.h"
 #include "tolv_mdi_area.h"
 #include "tolv_tool_bar.h"
 #include "tolv_tree_view.h"
@@ -52,6 +53,7 @@ void WORKBENCH_WINDOW::create_documents()
     TOLV_SAFE_CONNECT(m_documents->get_module_view(), SIGNAL(current_changed()), this, SLOT(show_selected_object()));
     TOLV_SAFE_CONNECT(m_documents, SIGNAL(cell_activated(int)), this, SLOT(enter_cell(int)));
     TOLV_SAFE_CONNECT(m_documents, SIGNAL(cell_chosen(int)), this, SLOT(choose_cell(int)));
+    TOLV_SAFE_CONNECT(m_documents, SIGNAL(instance_activated(QStringList)), this, SLOT(enter_instance(QStringList)));
 }
 
 void WORKBENCH_WINDOW::create_docks()
@@ -132,6 +134,12 @@ void WORKBENCH_WINDOW::create_view_menu()
     QMenu* const menu = m_actions->add_menu(tr("&View"), "view_menu");
     m_docks->fill_menu(menu);
     menu->addSeparator();
+    auto* const hierarchy = new QAction(tolv_get_icon(TOLV_HIERARCHY_ICON), tr("Hierarchy &Graph"), this);
+    hierarchy->setObjectName(QStringLiteral("hierarchy_graph_action"));
+    hierarchy->setStatusTip(tr("Shows the modules of the design and which of them holds which, as a graph"));
+    hierarchy->setToolTip(tr("Hierarchy Graph"));
+    TOLV_SAFE_CONNECT(hierarchy, SIGNAL(triggered()), this, SLOT(show_hierarchy()));
+    menu->addAction(hierarchy);
     menu->addAction(m_actions->create(TOLV_FULLSCREEN_ACTION, SLOT(toggle_full_screen())));
 }
 

@@ -108,6 +108,8 @@ TEST(host_command_line, all_options_are_understood)
     EXPECT_EQ("a.json", parse({"--preferences", "a.json"}).file);
     EXPECT_EQ("", line.gallery);
     EXPECT_EQ("actions", parse({"--gallery"}).gallery);
+    for (const char* document : {"schematic", "tables", "floorplan", "hierarchy"})
+        EXPECT_EQ(document, parse({"--document", document}).document);
     EXPECT_EQ("TOLV_COPY_ICON", parse({"--gallery=TOLV_COPY_ICON"}).gallery);
     EXPECT_EQ("a.json", parse({"--gallery", "a.json"}).file);
 }
@@ -131,6 +133,8 @@ TEST(host_command_line, what_makes_no_sense_is_named)
     EXPECT_EQ("the option \"--preferences\" needs a value behind \"=\"", get_error({"--preferences="}));
     EXPECT_EQ("the option \"--gallery\" needs a value behind \"=\"", get_error({"--gallery="}));
     EXPECT_EQ("\"--preferences\" and \"--gallery\" do not go together", get_error({"--gallery", "--preferences"}));
+    EXPECT_EQ("\"graph\" is no document: \"schematic\", \"tables\", \"floorplan\" and \"hierarchy\" are",
+              get_error({"--document", "graph"}));
     for (const char* size : {"640", "x480", "640x", "640x480x1", "0x480", "640x-1", "99999x1", "a", " 640x480 "})
         EXPECT_EQ("\"" + std::string(size) + "\" is no size: such as 1280x800, at most 16000 either way, is",
                   get_error({"--size", size}));
@@ -216,6 +220,21 @@ TEST(host_program, an_instance_can_be_chosen)
     const CHILD_RESULT result = run_workbench({"--screenshot", chosen, "--select", "serial_station/nobody", DESIGN});
     EXPECT_EQ(1, result.exit_status);
     EXPECT_EQ("norvane_workbench: there is no instance \"serial_station/nobody\"\n", result.err);
+}
+
+TEST(host_program, the_hierarchy_graph_can_be_pictured)
+{
+    const std::string picture = get_picture("graph.png");
+    const CHILD_RESULT result = run_workbench({"--screenshot", picture, "--document", "hierarchy", DESIGN});
+    EXPECT_EQ(0, result.exit_status) << result.err;
+    const QImage image = load_picture(picture);
+    int module_pixels = 0;
+    for (int y = 0; y < image.height(); ++y)
+    {
+        for (int x = 0; x < image.width(); ++x)
+            module_pixels += image.pixel(x, y) == qRgb(197, 223, 247) ? 1 : 0; // their fill, as it is built in
+    }
+    EXPECT_GT(module_pixels, 10000);
 }
 
 TEST(host_program, the_preferences_can_be_pictured_alone)

@@ -166,7 +166,7 @@ TEST_F(host_documents, a_click_chooses_a_cell_in_both_the_drawing_and_the_tables
 {
     open("rtl");
     const SCHEMATIC& drawing = *schematic()->get_schematic();
-    const std::uint32_t box = drawing.find_cell(3);
+    const std::uint32_t box = drawing.find_item_of_cell(3);
     click_in(schematic(), schematic()->get_physical(drawing.boxes[box].rect.center()));
     EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{box});
     EXPECT_FALSE(schematic()->get_lit_nets().empty());
@@ -175,16 +175,16 @@ TEST_F(host_documents, a_click_chooses_a_cell_in_both_the_drawing_and_the_tables
     EXPECT_TRUE(schematic()->get_selection().empty());
     EXPECT_TRUE(schematic()->get_lit_nets().empty());
     documents().get_module_view()->select_cell(5);
-    EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_cell(5)});
+    EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_item_of_cell(5)});
 }
 
 TEST_F(host_documents, a_drag_to_the_lower_right_chooses_the_cells_in_the_rectangle)
 {
     open("rtl");
     const SCHEMATIC& drawing = *schematic()->get_schematic();
-    const QRect rect = schematic()->get_physical(drawing.boxes[drawing.find_cell(2)].rect).adjusted(-4, -4, 4, 4);
+    const QRect rect = schematic()->get_physical(drawing.boxes[drawing.find_item_of_cell(2)].rect).adjusted(-4, -4, 4, 4);
     drag_in(schematic(), rect.topLeft(), rect.bottomRight());
-    EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_cell(2)});
+    EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_item_of_cell(2)});
 }
 
 TEST_F(host_documents, a_double_click_goes_into_an_instance)
@@ -209,7 +209,7 @@ TEST_F(host_documents, the_floorplan_lights_up_the_nets_of_a_chosen_cell)
     documents().show_document(WORKBENCH_DOCUMENTS::DOCUMENT_FLOORPLAN);
     GUI_DRIVER::process_posted();
     const FLOORPLAN& plan = *floorplan()->get_plan();
-    const std::uint32_t site = plan.find_site_of_cell(20);
+    const std::uint32_t site = plan.find_item_of_cell(20);
     click_in(floorplan(), floorplan()->get_physical(plan.get_sites()[site].rect.center()));
     EXPECT_EQ(floorplan()->get_selection(), std::vector<std::uint32_t>{site});
     EXPECT_EQ(floorplan()->get_lit_nets(), plan.get_nets_of_cell(20));

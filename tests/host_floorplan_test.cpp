@@ -72,13 +72,13 @@ TEST_F(FLOORPLAN_TEST, row_0_is_at_the_bottom_and_site_0_lowest_in_its_tile)
     EXPECT_EQ(plan.get_tile_at(QPoint(300, 10)), QPoint(1, 2));
     EXPECT_EQ(plan.get_tile_at(QPoint(512, 10)), QPoint(-1, -1));
     // Eight sites in the 232 units between the margins: 29 each, with a gap of 4.
-    const FLOORPLAN::SITE& a = plan.get_sites()[plan.find_site_of_cell(0)];
-    const FLOORPLAN::SITE& b = plan.get_sites()[plan.find_site_of_cell(1)];
+    const FLOORPLAN::SITE& a = plan.get_sites()[plan.find_item_of_cell(0)];
+    const FLOORPLAN::SITE& b = plan.get_sites()[plan.find_item_of_cell(1)];
     EXPECT_EQ(a.rect, QRect(104, 512 + 256 - 12 - 29, 140, 25));
     EXPECT_EQ(b.rect, QRect(256 + 104, 12, 140, 25));
-    EXPECT_EQ(plan.find_site(a.rect.center()), plan.find_site_of_cell(0));
-    EXPECT_EQ(plan.find_site(QPoint(10, 10)), FLOORPLAN::NONE);
-    EXPECT_EQ(plan.find_site(QPoint(-1, 900)), FLOORPLAN::NONE);
+    EXPECT_EQ(plan.find_item(a.rect.center()), plan.find_item_of_cell(0));
+    EXPECT_EQ(plan.find_item(QPoint(10, 10)), FLOORPLAN::NONE);
+    EXPECT_EQ(plan.find_item(QPoint(-1, 900)), FLOORPLAN::NONE);
 }
 
 TEST_F(FLOORPLAN_TEST, places_that_are_none_leave_a_cell_unplaced)
@@ -90,7 +90,7 @@ TEST_F(FLOORPLAN_TEST, places_that_are_none_leave_a_cell_unplaced)
         EXPECT_TRUE(plan.get_bounds().isEmpty()) << place;
         EXPECT_TRUE(plan.get_sites().empty()) << place;
         EXPECT_FALSE(FLOORPLAN::is_placed(plan.get_netlist(), plan.get_module())) << place;
-        EXPECT_EQ(plan.find_site(QPoint(0, 0)), FLOORPLAN::NONE) << place;
+        EXPECT_EQ(plan.find_item(QPoint(0, 0)), FLOORPLAN::NONE) << place;
         EXPECT_EQ(plan.find_net(QPoint(0, 0), 100), FLOORPLAN::NONE) << place;
     }
     EXPECT_EQ(make(make_cell("a", "X4095/Y0/lc0")).get_unplaced_count(), 0u);
@@ -101,7 +101,7 @@ TEST_F(FLOORPLAN_TEST, cells_belong_to_the_instance_that_their_name_begins_with)
     const FLOORPLAN plan = make(make_cell("u_b.c.d", "X0/Y0/lc0") + "," + make_cell("top", "X0/Y0/lc1") + "," +
                                 make_cell("u_a.x", "X0/Y0/lc2") + "," + make_cell("$nextpnr.y", "X0/Y0/lc3"));
     EXPECT_EQ(plan.get_groups(), (std::vector<std::string>{"", "u_a", "u_b"}));
-    const auto get_group = [&](std::uint32_t cell) { return plan.get_sites()[plan.find_site_of_cell(cell)].group; };
+    const auto get_group = [&](std::uint32_t cell) { return plan.get_sites()[plan.find_item_of_cell(cell)].group; };
     EXPECT_EQ(get_group(0), 2u);
     EXPECT_EQ(get_group(1), 0u);
     EXPECT_EQ(get_group(2), 1u);
@@ -168,10 +168,10 @@ TEST_F(FLOORPLAN_TEST, each_wire_and_site_of_a_part_comes_once)
         }
         EXPECT_TRUE(std::includes(seen.begin(), seen.end(), expected.begin(), expected.end()));
         EXPECT_TRUE(std::includes(all.begin(), all.end(), seen.begin(), seen.end()));
-        for (const std::uint32_t site : plan.find_sites_within(part))
+        for (const std::uint32_t site : plan.find_items_within(part))
             EXPECT_TRUE(part.contains(plan.get_sites()[site].rect));
     }
-    EXPECT_EQ(plan.find_sites_within(plan.get_bounds()).size(), plan.get_sites().size());
+    EXPECT_EQ(plan.find_items_within(plan.get_bounds()).size(), plan.get_sites().size());
 }
 
 TEST_F(FLOORPLAN_TEST, the_shipped_design_has_its_cells_kinds_and_routing)

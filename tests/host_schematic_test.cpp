@@ -76,7 +76,7 @@ TEST_F(SCHEMATIC_TEST, signals_run_from_left_to_right)
     ASSERT_EQ(schematic->boxes.size(), 4u);
     const SCHEMATIC::BOX& a = schematic->boxes[0];
     const SCHEMATIC::BOX& y = schematic->boxes[1];
-    const SCHEMATIC::BOX& buffer = schematic->boxes[schematic->find_cell(0)];
+    const SCHEMATIC::BOX& buffer = schematic->boxes[schematic->find_item_of_cell(0)];
     EXPECT_EQ(a.kind, SCHEMATIC::KIND::INPUT_PORT);
     EXPECT_EQ(a.title, "a");
     EXPECT_EQ(y.kind, SCHEMATIC::KIND::OUTPUT_PORT);
@@ -88,15 +88,15 @@ TEST_F(SCHEMATIC_TEST, signals_run_from_left_to_right)
     EXPECT_FALSE(buffer.pins[1].is_left);
     EXPECT_EQ(buffer.pins[0].position.x(), buffer.rect.left());
     EXPECT_EQ(buffer.pins[1].position.x(), buffer.rect.right());
-    EXPECT_EQ(schematic->boxes[schematic->find_cell(1)].kind, SCHEMATIC::KIND::REGISTER);
+    EXPECT_EQ(schematic->boxes[schematic->find_item_of_cell(1)].kind, SCHEMATIC::KIND::REGISTER);
 }
 
 TEST_F(SCHEMATIC_TEST, a_net_joins_its_pins_even_where_it_leads_back)
 {
     const auto schematic = draw(CHAIN);
     const SCHEMATIC::BOX& a = schematic->boxes[0];
-    const SCHEMATIC::BOX& buffer = schematic->boxes[schematic->find_cell(0)];
-    const SCHEMATIC::BOX& loop = schematic->boxes[schematic->find_cell(1)];
+    const SCHEMATIC::BOX& buffer = schematic->boxes[schematic->find_item_of_cell(0)];
+    const SCHEMATIC::BOX& loop = schematic->boxes[schematic->find_item_of_cell(1)];
     ASSERT_EQ(schematic->nets.size(), 3u);
     EXPECT_EQ(schematic->nets[0].name, "a");
     EXPECT_TRUE(schematic->nets[0].is_clock);
@@ -182,7 +182,7 @@ TEST_F(SCHEMATIC_TEST, an_empty_module_has_an_empty_drawing)
     const auto schematic = draw("{}");
     ASSERT_NE(schematic, nullptr);
     EXPECT_TRUE(schematic->boxes.empty());
-    EXPECT_EQ(schematic->find_box(QPoint(0, 0)), SCHEMATIC::NONE);
+    EXPECT_EQ(schematic->find_item(QPoint(0, 0)), SCHEMATIC::NONE);
     EXPECT_EQ(schematic->find_net(QPoint(0, 0), 10), SCHEMATIC::NONE);
 }
 
@@ -214,7 +214,7 @@ TEST_F(SCHEMATIC_TEST, boxes_and_lines_have_their_named_colours)
         painter.end();
         return image.pixelColor(place - schematic->bounds.topLeft());
     };
-    const std::uint32_t box = schematic->find_cell(0);
+    const std::uint32_t box = schematic->find_item_of_cell(0);
     const QPoint in_box = schematic->boxes[box].rect.bottomLeft() + QPoint(3, -3);
     EXPECT_EQ(get_pixel(in_box), TOLV_COLOR(TOLV_RTLV_ENCRYPTED_INSTANCE_FILL_COLOR).get_color());
     style.selected_boxes = {box};
