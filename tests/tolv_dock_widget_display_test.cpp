@@ -90,16 +90,29 @@ protected:
 };
 } // namespace
 
-TEST_F(TOLV_DOCK_WIDGET_DISPLAY_TEST, a_window_is_dragged_to_another_side)
+TEST_F(TOLV_DOCK_WIDGET_DISPLAY_TEST, a_window_is_dragged_to_all_sides)
 {
     TEST_DOCK* const dock = add_dock("Console", Qt::LeftDockWidgetArea);
     ASSERT_TRUE(show_settled());
-    drag(dock, QPoint(m_window->width() - 20, 300));
-    ASSERT_TRUE(wait_until_docked(dock, Qt::RightDockWidgetArea));
-    EXPECT_TRUE(wait_for_visible(dock));
-    drag(dock, QPoint(400, m_window->height() - 20));
-    ASSERT_TRUE(wait_until_docked(dock, Qt::BottomDockWidgetArea));
-    EXPECT_TRUE(wait_for_visible(dock->m_titlebar->findChild<QWidget*>("m_frame_v")));
+    const struct
+    {
+        Qt::DockWidgetArea area;
+        QPoint place;
+        const char* frame;
+    } rows[] = {{Qt::RightDockWidgetArea, QPoint(m_window->width() - 20, 300), "m_frame"},
+                {Qt::BottomDockWidgetArea, QPoint(400, m_window->height() - 20), "m_frame_v"},
+                {Qt::TopDockWidgetArea, QPoint(400, 20), "m_frame_v"},
+                {Qt::LeftDockWidgetArea, QPoint(20, 300), "m_frame"}};
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.area);
+        drag(dock, row.place);
+        ASSERT_TRUE(wait_until_docked(dock, row.area));
+        EXPECT_TRUE(wait_for_visible(dock->m_titlebar->findChild<QWidget*>(row.frame)));
+        EXPECT_EQ(row.area, dock->m_area);
+        EXPECT_TRUE(dock->m_is_pinned);
+        EXPECT_EQ(1, dock->get_shown("pin"));
+    }
 }
 
 TEST_F(TOLV_DOCK_WIDGET_DISPLAY_TEST, a_window_is_dragged_out_floats_and_is_put_back)

@@ -302,6 +302,27 @@ TEST_F(TOLV_DOCK_WIDGET_TEST, the_size_that_is_there_becomes_the_maximum)
     dock->restore_min_max_sizes();
 }
 
+TEST_F(TOLV_DOCK_WIDGET_TEST, two_sizes_in_a_row_are_forced_together_and_the_limits_come_back)
+{
+    TEST_DOCK* const dock = add_dock("Messages", Qt::LeftDockWidgetArea);
+    ASSERT_TRUE(show());
+    const QSize old_minimum = dock->minimumSize();
+    const QSize old_maximum = dock->maximumSize();
+    const int height = dock->height() - 100;
+    dock->set_size(320, -1);
+    dock->set_size(-1, height);
+    EXPECT_EQ(QSize(320, old_minimum.height()), dock->minimumSize());
+    EXPECT_EQ(QSize(old_maximum.width(), height), dock->maximumSize());
+    dock->restore_min_max_sizes();
+    EXPECT_EQ(old_minimum, dock->minimumSize());
+    EXPECT_EQ(old_maximum, dock->maximumSize());
+    EXPECT_EQ(QSize(-1, -1), dock->m_saved_min_size);
+    EXPECT_EQ(QSize(-1, -1), dock->m_saved_max_size);
+    dock->setMaximumWidth(900); // the end of the forcing is behind
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(900, dock->maximumWidth());
+}
+
 TEST_F(TOLV_DOCK_WIDGET_TEST, a_height_beyond_the_present_one_becomes_the_minimum)
 {
     TEST_DOCK* const dock = add_dock("Messages", Qt::LeftDockWidgetArea);

@@ -227,8 +227,11 @@ void TOLV_DOCK_WIDGET::set_search_button_visibility(bool visible)
 
 void TOLV_DOCK_WIDGET::set_size(int width, int height)
 {
-    m_saved_min_size = minimumSize();
-    m_saved_max_size = maximumSize();
+    if (!m_saved_max_size.isValid()) // a call while they are narrowed must not take them for the window's own
+    {
+        m_saved_min_size = minimumSize();
+        m_saved_max_size = maximumSize();
+    }
     if (width >= 0)
     {
         if (width <= this->width())
@@ -463,9 +466,11 @@ void TOLV_DOCK_WIDGET::delay_tick()
 void TOLV_DOCK_WIDGET::restore_min_max_sizes()
 {
     if (!m_saved_max_size.isValid())
-        return; // set_size() was never called
+        return; // they are not narrowed
     setMinimumSize(m_saved_min_size);
     setMaximumSize(m_saved_max_size);
+    m_saved_min_size = QSize();
+    m_saved_max_size = QSize();
 }
 
 void TOLV_DOCK_WIDGET::xml_customize(const tinyxml2::XMLElement* element)

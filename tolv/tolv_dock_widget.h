@@ -97,7 +97,8 @@ public:
     void set_search_button_visibility(bool visible);
 
     /// Forces the window to a size in pixels that its dock area would not grant it; a negative length is left alone.
-    /// The minimum and maximum sizes are narrowed for it and come back after a millisecond; until then no second call.
+    /// The minimum and maximum sizes are narrowed for it and come back after a millisecond; a call before that narrows
+    /// them further.
     void set_size(int width, int height);
 
     /// Makes the tree the content, with a line above it that the search button shows and hides and whose text
@@ -169,8 +170,8 @@ protected:
     bool m_show_close_button = true;   ///< what was last asked for
     bool m_show_detach_button = true;  ///< what was last asked for
     bool m_show_pushpin_button = true; ///< what was last asked for; in force again when the window docks
-    QSize m_saved_min_size;            ///< of set_size()
-    QSize m_saved_max_size;            ///< of set_size()
+    QSize m_saved_min_size;            ///< of set_size(), until they are in force again
+    QSize m_saved_max_size;            ///< of set_size(), until they are in force again
 
 private:
     // One family: they read each other's members.
