@@ -168,6 +168,8 @@ QVariant ASSIGNMENT_MODEL::data(const QModelIndex& index, int role) const
         return row.m_field_2;
     case COLUMN_VALUE:
         return row.m_field_3;
+    case COLUMN_ENABLED:
+        return role == Qt::DisplayRole ? QVariant(row.m_flag ? tr("on") : tr("off")) : QVariant();
     default:
         return QVariant();
     }

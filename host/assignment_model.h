@@ -23,7 +23,7 @@ public:
         COLUMN_TO,
         COLUMN_NAME,
         COLUMN_VALUE,
-        COLUMN_ENABLED, ///< a check box and no text
+        COLUMN_ENABLED, ///< a check box, with a word for it where boxes are hard to see
         COLUMN_COUNT
     };
 

@@ -34,7 +34,7 @@ WORKBENCH_CONSTRAINTS::WORKBENCH_CONSTRAINTS(QWidget* window)
     m_panel->setObjectName(QStringLiteral("assignment_panel"));
     auto* const bar = new TOLV_TOOL_BAR(tr("Assignments"), m_panel);
     bar->setObjectName(QStringLiteral("assignment_tool_bar"));
-    bar->setOrientation(Qt::Horizontal);
+    bar->setIconSize(QSize(16, 16)); // the table needs the height
     auto* const add = new QAction(tolv_get_icon(TOLV_ASSIGNMENT_ADD_ICON), tr("&Add Assignment"), m_view);
     auto* const remove = new QAction(tolv_get_icon(TOLV_ASSIGNMENT_REMOVE_ICON), tr("&Remove Assignments"), m_view);
     add->setToolTip(tr("Adds a row behind the current one"));
@@ -74,7 +74,7 @@ WORKBENCH_CONSTRAINTS::WORKBENCH_CONSTRAINTS(QWidget* window)
     TOLV_SAFE_CONNECT(m_save, SIGNAL(triggered()), this, SLOT(save()));
     TOLV_SAFE_CONNECT(m_model, SIGNAL(changed()), this, SLOT(update_actions()));
     TOLV_SAFE_CONNECT(m_view, SIGNAL(selection_changed()), this, SLOT(update_actions()));
-    TOLV_SAFE_CONNECT(m_view, SIGNAL(complained(QString)), this, SIGNAL(failed(QString)));
+    TOLV_SAFE_CONNECT(m_view, SIGNAL(complained(QString)), this, SIGNAL(warned(QString)));
     update_actions();
 }
 

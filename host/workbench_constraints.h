@@ -48,6 +48,8 @@ public slots:
 signals:
     /// Something that the user may want to know.
     void noted(const QString& text);
+    /// Nothing has come of what the user wanted, who can see so in the table.
+    void warned(const QString& text);
     /// Something went wrong.
     void failed(const QString& text);
 

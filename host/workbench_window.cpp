@@ -281,12 +281,17 @@ void WORKBENCH_WINDOW::add_note(const QString& text)
     statusBar()->showMessage(text, 5000);
 }
 
-void WORKBENCH_WINDOW::add_error(const QString& text)
+void WORKBENCH_WINDOW::add_warning(const QString& text)
 {
     say("add_error", text);
+    statusBar()->showMessage(text, 10000);
+}
+
+void WORKBENCH_WINDOW::add_error(const QString& text)
+{
+    add_warning(text);
     if (m_messages != nullptr)
         m_messages->set_visible_and_raise(true);
-    statusBar()->showMessage(text, 10000);
 }
 
 void WORKBENCH_WINDOW::apply_drawing_resources()

@@ -93,6 +93,7 @@ private slots:
     void ask_for_file();
     void show_about();
     void add_note(const QString& text);
+    void add_warning(const QString& text);
     void add_error(const QString& text);
     void apply_drawing_resources();
     void show_progress(int percent);

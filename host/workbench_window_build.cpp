@@ -93,6 +93,7 @@ void WORKBENCH_WINDOW::create_docks()
     resizeDocks({totals, properties}, {340, 420}, Qt::Vertical);
     TOLV_SAFE_CONNECT(m_docks, SIGNAL(focus_lost()), m_documents, SLOT(focus_document()));
     TOLV_SAFE_CONNECT(m_constraints, SIGNAL(noted(QString)), this, SLOT(add_note(QString)));
+    TOLV_SAFE_CONNECT(m_constraints, SIGNAL(warned(QString)), this, SLOT(add_warning(QString)));
     TOLV_SAFE_CONNECT(m_constraints, SIGNAL(failed(QString)), this, SLOT(add_error(QString)));
 }
 

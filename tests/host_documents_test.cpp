@@ -263,7 +263,7 @@ TEST_F(host_documents, the_layout_comes_back_with_its_pins)
 TEST_F(host_documents, a_damaged_layout_leaves_the_usual_one)
 {
     CFGQ_REGISTRY_KEY key(CFGQ_REGISTRY_KEY::SUB_KEY_GUI, "norvane_workbench/layout");
-    key.set_value("version", 1);
+    key.set_value("version", 2);
     key.set_value("geometry", QByteArray("noise"));
     key.set_value("state", QByteArray("noise"));
     key.set_value("unpinned", QStringList{"totals_dock", "nobody"});

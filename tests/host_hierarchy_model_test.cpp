@@ -235,9 +235,11 @@ TEST_F(host_hierarchy_model, data_of_instances_are_their_paths_in_the_order_of_t
                                   m_model.find_path({"top", "m", "u1"})};
     const std::unique_ptr<QMimeData> data(m_model.mimeData(indexes));
     EXPECT_EQ("top\ntop/m/u1\ntop/m/u2\nother\n", data->text());
-    const QVariant names = TOLV_DATA_TRANSFER_MANAGER::get_instance()->get_instance_name_list_transfer_data(data.get());
+    const auto names = TOLV_DATA_TRANSFER_MANAGER::get_instance()
+                           ->get_instance_name_list_transfer_data(data.get())
+                           .value<TOLV_INSTANCE_NAME_LIST>();
     QStringList texts;
-    for (const TOLV_INSTANCE_NAME& name : names.value<TOLV_INSTANCE_NAME_LIST>().get_list())
+    for (const TOLV_INSTANCE_NAME& name : names.get_list())
     {
         texts << QString::fromStdString(name.m_name);
         EXPECT_EQ(TOLV_INSTANCE_NAME_TYPE_PLAIN, name.m_type);

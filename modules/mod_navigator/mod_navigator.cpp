@@ -159,7 +159,8 @@ void NAVIGATOR_PAGE_DOCK::set_current(const QModelIndex& index)
     if (index.isValid() && !m_filter->mapFromSource(index).isValid())
         end_filter();
     const QModelIndex shown = m_filter->mapFromSource(index);
-    m_view->setCurrentIndex(shown);
+    if (m_view->currentIndex().siblingAtColumn(0) != shown) // the answer to a click must not undo a selection
+        m_view->setCurrentIndex(shown);
     m_view->scrollTo(shown);
 }
 
@@ -186,6 +187,7 @@ void NAVIGATOR_PAGE_DOCK::apply_filter(const QString& text)
     const bool was_filtering = !filter->filterRegularExpression().pattern().isEmpty();
     if (!was_filtering)
         m_unfolded = m_view->get_unfolded();
+    m_keyword = text;
     filter->start_filter(text, false, true);
     if (!filter->filterRegularExpression().pattern().isEmpty())
     {
@@ -224,9 +226,12 @@ void NAVIGATOR_PAGE_DOCK::refresh_filtering()
 {
     m_unfolded.clear();
     m_is_all_unfolded = true;
-    const auto* const filter = qobject_cast<TOLV_TREE_FILTER_PROXY_MODEL*>(m_filter);
+    auto* const filter = qobject_cast<TOLV_TREE_FILTER_PROXY_MODEL*>(m_filter);
     if (filter != nullptr && !filter->filterRegularExpression().pattern().isEmpty())
+    {
+        filter->start_filter(m_keyword, false, true); // counts anew
         unfold_matches(*filter);
+    }
     else
         show_note();
 }

@@ -83,6 +83,7 @@ private:
     QLabel* m_note;
     QPointer<QSortFilterProxyModel> m_filter;  ///< null where there is no model
     QVector<QPersistentModelIndex> m_unfolded; ///< before the filtering, in the tool's model
+    QString m_keyword;                         ///< of the filtering
     bool m_is_all_unfolded = true;
     bool m_has_columns = false; ///< those of the model have been loaded once
 };

@@ -53,6 +53,11 @@ void NAVIGATOR_NAME_VIEW::open_rows(const QModelIndexList& rows)
     executeDelayedItemsLayout();
 }
 
+void NAVIGATOR_NAME_VIEW::populate_column_selection_menu(QMenu* menu)
+{
+    m_tree->populate_column_selection_menu(menu);
+}
+
 void NAVIGATOR_NAME_VIEW::contextMenuEvent(QContextMenuEvent* event)
 {
     m_tree->show_menu(event->globalPos());
@@ -80,8 +85,6 @@ NAVIGATOR_TREE_VIEW::NAVIGATOR_TREE_VIEW(const QString& object_name, QWidget* pa
     TOLV_SAFE_CONNECT(m_names, SIGNAL(collapsed(QModelIndex)), this, SLOT(collapse(QModelIndex)));
     TOLV_SAFE_CONNECT(m_names, SIGNAL(icon_clicked(QModelIndex)), this, SIGNAL(icon_clicked(QModelIndex)));
     TOLV_SAFE_CONNECT(m_names, SIGNAL(activated(QModelIndex)), this, SIGNAL(activated(QModelIndex)));
-    TOLV_SAFE_CONNECT(m_names->header(), SIGNAL(customContextMenuRequested(QPoint)), this,
-                      SLOT(custom_context_menu(QPoint)));
     QScrollBar* const bar = verticalScrollBar();
     QScrollBar* const names_bar = m_names->verticalScrollBar();
     TOLV_SAFE_CONNECT(bar, SIGNAL(valueChanged(int)), names_bar, SLOT(setValue(int)));

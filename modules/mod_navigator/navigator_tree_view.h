@@ -23,6 +23,8 @@ public:
 
     /// Opens rows with one layout at the end, and no signals.
     void open_rows(const QModelIndexList& rows);
+    /// The columns of the tree.
+    void populate_column_selection_menu(QMenu* menu) override;
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
