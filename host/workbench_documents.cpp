@@ -208,6 +208,12 @@ void WORKBENCH_DOCUMENTS::show_document(int document)
     window->widget()->setFocus();
 }
 
+void WORKBENCH_DOCUMENTS::reset_view()
+{
+    m_area->set_tabs();
+    update_tooltips();
+}
+
 void WORKBENCH_DOCUMENTS::focus_document()
 {
     // The current one is the one in front also while another window is active.

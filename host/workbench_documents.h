@@ -58,6 +58,8 @@ public slots:
     /// Brings a document to the front, opening it again where it was closed. Nothing for a floorplan where the design
     /// has none.
     void show_document(int document);
+    /// Shows the documents as the user's registry says, in tabs where it says nothing, whatever they were arranged to.
+    void reset_view();
     /// Gives the document in front the keyboard focus.
     void focus_document();
     /// The cell is chosen: the drawings show it. -1 for none.

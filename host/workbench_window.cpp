@@ -437,6 +437,7 @@ void WORKBENCH_WINDOW::print()
 void WORKBENCH_WINDOW::reset_layout()
 {
     m_docks->reset_layout();
+    m_documents->reset_view();
 }
 
 void WORKBENCH_WINDOW::cascade()

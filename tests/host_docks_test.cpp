@@ -181,6 +181,26 @@ TEST_F(host_docks, a_layout_from_elsewhere_shows_the_side_bars_that_have_buttons
     EXPECT_FALSE(side_bar(Qt::LeftToolBarArea)->isVisible());
 }
 
+TEST_F(host_docks, documents_that_were_arranged_as_windows_are_in_tabs_again_in_the_usual_layout)
+{
+    show();
+    const QMdiSubWindow* const active = area()->activeSubWindow();
+    for (const char* command : {"TOLV_CASCADE_ACTION", "TOLV_TILE_ACTION"})
+    {
+        SCOPED_TRACE(command);
+        action(command)->trigger();
+        ASSERT_EQ(QMdiArea::SubWindowView, area()->viewMode());
+        action("TOLV_RESET_LAYOUT_ACTION")->trigger();
+        EXPECT_EQ(QMdiArea::TabbedView, area()->viewMode());
+        EXPECT_EQ(active, area()->activeSubWindow());
+        const auto* const tabs = area()->findChild<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_NE(nullptr, tabs);
+        EXPECT_EQ(2, tabs->count());
+        EXPECT_FALSE(tabs->expanding());
+        EXPECT_EQ(QStringLiteral("Cells, Ports and Nets"), tabs->tabToolTip(0));
+    }
+}
+
 TEST_F(host_docks, the_tab_of_the_schematic_tells_which_instance_it_shows)
 {
     show();
