@@ -2,8 +2,8 @@
 
 #include "cfgq_registry.h"
 #include "gen.h"
+#include "tolv_f1_action.h"
 #include "tolv_global.h"
-#include "tolv_help_action.h"
 #include "tolv_help_dyn.h"
 #include "tolv_mem.h"
 #include "tolv_msg.h"
@@ -32,7 +32,7 @@ TOLV_DIALOG::TOLV_DIALOG(QWidget* parent, Qt::WindowFlags flags) : QDialog(paren
 {
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     setSizeGripEnabled(true);
-    new TOLV_HELP_ACTION(this, SLOT(help_button_clicked()));
+    new TOLV_F1_ACTION(this, SLOT(help_button_clicked()));
 }
 
 TOLV_DIALOG::~TOLV_DIALOG()

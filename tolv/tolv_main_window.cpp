@@ -5,7 +5,7 @@
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button.h"
 #include "tolv_dock_widget_button_bar.h"
-#include "tolv_help_action.h"
+#include "tolv_f1_action.h"
 #include "tolv_help_dyn.h"
 #include "tolv_mem.h"
 #include "tolv_tree_view.h"
@@ -64,7 +64,7 @@ TOLV_MAIN_WINDOW::TOLV_MAIN_WINDOW(QWidget* parent, Qt::WindowFlags flags) : QMa
     for (const Qt::ToolBarArea area : SIDES)
         add_button_bar(area);
     setStyleSheet(QStringLiteral("QMainWindow::separator:hover { background: darkgray; }"));
-    new TOLV_HELP_ACTION(this, SLOT(f1_help()));
+    new TOLV_F1_ACTION(this, SLOT(f1_help()));
 }
 
 TOLV_MAIN_WINDOW::~TOLV_MAIN_WINDOW()
