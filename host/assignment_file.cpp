@@ -10,7 +10,7 @@
 
 namespace
 {
-const qint64 LARGEST_FILE = 64 * 1024 * 1024;
+const qint64 LARGEST_FILE = qint64(64) * 1024 * 1024;
 const char* const FIRST_LINE = "norvane-constraints 1";
 const int TEXT_COUNT = 7;
 
@@ -99,9 +99,9 @@ QString assignment_file_read(const QString& file, TOLV_ASSIGNMENT_LIST* assignme
     if (!source.open(QIODevice::ReadOnly))
         return tr("%1: %2").arg(file, source.errorString());
     if (source.size() > LARGEST_FILE)
-        return tr("%1: the file is larger than %2 MB").arg(file).arg(LARGEST_FILE / 1024 / 1024);
+        return tr("%1: the file is larger than %2 MB").arg(file, QString::number(LARGEST_FILE / 1024 / 1024));
     const auto fail = [&file](int line, const QString& text)
-    { return QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(text); };
+    { return QStringLiteral("%1:%2: %3").arg(file, QString::number(line), text); };
     const auto read_next = [&source]
     {
         QByteArray line = source.readLine();

@@ -19,7 +19,7 @@ class HIERARCHY_FILTER : public TOLV_TREE_FILTER_PROXY_MODEL
 {
     Q_OBJECT
     /// Instances of the whole design that match by themselves; stops at the largest value. Without a look at the rows.
-    Q_PROPERTY(qulonglong match_count READ get_match_count)
+    Q_PROPERTY(qulonglong match_count READ get_match_count NOTIFY filter_done)
 
 public:
     /// @param hierarchy not owned

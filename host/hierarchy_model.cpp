@@ -272,10 +272,11 @@ QString HIERARCHY_MODEL::get_child_name(const NODE& node, int row) const
 QString HIERARCHY_MODEL::get_tip(const NODE& parent, int row) const
 {
     const NETLIST_MODULE& module = m_netlist->modules[get_child_module(parent, row)];
-    const QString name = workbench_to_qstring(m_netlist->names.get(module.name)).toHtmlEscaped();
+    QString name = workbench_to_qstring(m_netlist->names.get(module.name)).toHtmlEscaped();
     if (parent.depth + 1 < LARGEST_DEPTH || module.instances.empty())
         return name;
-    return tr("%1<br>The hierarchy goes on below; no more than %2 levels are shown.").arg(name).arg(LARGEST_DEPTH);
+    return tr("%1<br>The hierarchy goes on below; no more than %2 levels are shown.")
+        .arg(name, QString::number(LARGEST_DEPTH));
 }
 
 std::uint64_t HIERARCHY_MODEL::get_number(const NETLIST_MODULE& module, int column) const

@@ -111,12 +111,15 @@ void WORKBENCH_CONSTRAINTS::set_design(const QString& file)
 {
     if (file == m_design)
         return;
-    m_design = file;
     if (m_model->is_modified())
     {
-        emit noted(tr("The assignments are those of the design before, and not saved yet"));
+        if (m_design.isEmpty())
+            m_design = file; // they were made for it, before it was opened
+        else
+            emit noted(tr("The assignments are those of the design before, and not saved yet"));
         return;
     }
+    m_design = file;
     m_model->set_assignments(TOLV_ASSIGNMENT_LIST());
     m_file.clear();
     if (!m_design.isEmpty() && QFileInfo::exists(get_file_beside(m_design)))
@@ -134,7 +137,8 @@ bool WORKBENCH_CONSTRAINTS::open_file(const QString& file)
     }
     m_file = file;
     m_model->set_assignments(assignments);
-    emit noted(tr("Opened %1 with %2 assignments").arg(QFileInfo(file).fileName()).arg(assignments.get_list().size()));
+    emit noted(tr("Opened %1, assignments: %2")
+                   .arg(QFileInfo(file).fileName(), QString::number(assignments.get_list().size())));
     return true;
 }
 

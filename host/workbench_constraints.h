@@ -28,8 +28,8 @@ public:
     /// Adds the commands on files to a menu.
     void fill_menu(QMenu* menu);
 
-    /// Another design is open: its constraints are read, if there are any. Unsaved ones of another design stay, and are
-    /// told of.
+    /// Another design is open: its constraints are read, if there are any. Unsaved ones of another design stay, are told
+    /// of, and are saved beside that design.
     void set_design(const QString& file);
     /// Reads a file of constraints in place of what is in the table. A bad one is complained about, and changes nothing.
     bool open_file(const QString& file);
@@ -69,6 +69,6 @@ private:
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QAction* m_save;
-    QString m_design; ///< empty for none
+    QString m_design; ///< that the assignments belong to; empty for none
     QString m_file;
 };

@@ -361,18 +361,28 @@ TEST_F(host_constraints, assignments_are_saved_beside_the_design_and_read_with_i
     EXPECT_EQ("", m_constraints->get_file());
     load_design();
     EXPECT_EQ(QStringList("top/a|KEEP|1"), rows());
-    EXPECT_TRUE(messages().endsWith("Opened station.constraints with 1 assignments"));
+    EXPECT_TRUE(messages().endsWith("Opened station.constraints, assignments: 1"));
     EXPECT_FALSE(m_model->is_modified());
 }
 
 TEST_F(host_constraints, unsaved_assignments_stay_when_another_design_is_opened)
 {
-    load_design();
+    const QString design = load_design();
     paste_text("top/a");
     load_design("other.json");
     EXPECT_EQ(QStringList("top/a||"), rows());
     EXPECT_TRUE(messages().endsWith("The assignments are those of the design before, and not saved yet"));
-    m_model->set_saved();
+    EXPECT_TRUE(m_constraints->save());
+    EXPECT_EQ(QFileInfo(design).path() + "/station.constraints", m_constraints->get_file());
+}
+
+TEST_F(host_constraints, assignments_made_before_a_design_is_open_belong_to_it)
+{
+    paste_text("top/a");
+    const QString design = load_design();
+    EXPECT_EQ(QStringList("top/a||"), rows());
+    EXPECT_TRUE(m_constraints->save());
+    EXPECT_EQ(QFileInfo(design).path() + "/station.constraints", m_constraints->get_file());
 }
 
 TEST_F(host_constraints, a_bad_file_is_told_with_its_line_and_changes_nothing)
@@ -421,7 +431,7 @@ TEST_F(host_constraints, closing_the_window_asks_about_unsaved_assignments)
 
 TEST_F(host_constraints, a_file_that_lies_there_already_is_not_overwritten_without_a_question)
 {
-    const QString design = load_design();
+    load_design();
     const QString file = write_file("station.constraints", "somebody else's");
     paste_text("top/a");
     answer_next_dialog([](QDialog* dialog) { dialog->reject(); });
