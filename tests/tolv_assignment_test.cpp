@@ -99,15 +99,16 @@ TEST_F(TOLV_ASSIGNMENT_TEST, a_list_keeps_order_and_duplicates)
     EXPECT_TRUE(list.get_list().isEmpty());
     EXPECT_FALSE(list.m_value.isValid());
     TOLV_ASSIGNMENT assignment;
-    for (const char* name : {"b", "a", "b"})
+    for (const char* name : {"b", "a", "c", "a"})
     {
         assignment.m_field_1 = QString::fromLatin1(name);
         list.insert(assignment);
     }
-    ASSERT_EQ(3, list.get_list().size());
+    ASSERT_EQ(4, list.get_list().size());
     EXPECT_EQ(QStringLiteral("b"), list.get_list().at(0).m_field_1);
     EXPECT_EQ(QStringLiteral("a"), list.get_list().at(1).m_field_1);
-    EXPECT_EQ(QStringLiteral("b"), list.get_list().at(2).m_field_1);
+    EXPECT_EQ(QStringLiteral("c"), list.get_list().at(2).m_field_1);
+    EXPECT_EQ(QStringLiteral("a"), list.get_list().at(3).m_field_1);
     list.clear();
     EXPECT_TRUE(list.get_list().isEmpty());
 }

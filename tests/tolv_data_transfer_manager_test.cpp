@@ -61,7 +61,7 @@ QImage make_image()
 TOLV_ASSIGNMENT_LIST make_assignments()
 {
     TOLV_ASSIGNMENT_LIST list;
-    for (const char* name : {"b", "a", "b"})
+    for (const char* name : {"b", "a", "c", "a"})
     {
         TOLV_ASSIGNMENT assignment;
         assignment.m_value = 5;

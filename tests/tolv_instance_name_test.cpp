@@ -126,15 +126,16 @@ TEST_F(TOLV_INSTANCE_NAME_TEST, a_list_keeps_order_and_duplicates)
     EXPECT_TRUE(list.get_list().isEmpty());
     EXPECT_FALSE(list.m_value.isValid());
     TOLV_INSTANCE_NAME name;
-    for (const char* text : {"b", "a", "b"})
+    for (const char* text : {"b", "a", "c", "a"})
     {
         name.m_name = text;
         list.insert(name);
     }
-    ASSERT_EQ(3, list.get_list().size());
+    ASSERT_EQ(4, list.get_list().size());
     EXPECT_EQ("b", list.get_list().at(0).m_name);
     EXPECT_EQ("a", list.get_list().at(1).m_name);
-    EXPECT_EQ("b", list.get_list().at(2).m_name);
+    EXPECT_EQ("c", list.get_list().at(2).m_name);
+    EXPECT_EQ("a", list.get_list().at(3).m_name);
     list.clear();
     EXPECT_TRUE(list.get_list().isEmpty());
 }

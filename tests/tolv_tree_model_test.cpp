@@ -1,6 +1,7 @@
 #include "gui_test.h"
 #include "internal_error_trap.h"
 
+#include "msg_internal_error.h"
 #include "tolv_tree_model.h"
 
 #include <QAbstractItemModelTester>
@@ -166,6 +167,16 @@ TEST_F(TREE_MODEL, a_row_without_an_item_stops_the_count)
     EXPECT_EQ("child != NULL", error.text);
     EXPECT_EQ("TOLV", error.tag);
     EXPECT_EQ("tolv_tree_model", error.file);
+}
+
+TEST_F(TREE_MODEL, behind_a_row_without_an_item_nothing_is_counted_when_the_report_returns)
+{
+    m_b->setRowCount(3);
+    int report_count = 0;
+    const auto old_handler = MSG_INTERNAL_ERROR::set_handler([&report_count](auto&&...) { ++report_count; });
+    EXPECT_EQ(3, m_model.get_total_count(m_b));
+    MSG_INTERNAL_ERROR::set_handler(old_handler);
+    EXPECT_EQ(1, report_count);
 }
 
 TEST_F(TREE_MODEL, a_very_deep_tree_is_counted)

@@ -54,7 +54,9 @@ public:
     /// The records, in the order in which they were inserted.
     const QList<TOLV_ASSIGNMENT>& get_list() const;
 
-    QVariant m_value; ///< a tool's own addition to the list; invalid in a new one, not streamed
+    /// A tool's own addition to the list, not streamed. Invalid in a new one: a QVariant made as QVariant::UserType would
+    /// hold whatever type the process has registered first, or warn if there is none.
+    QVariant m_value;
 
 private:
     QList<TOLV_ASSIGNMENT> m_list;

@@ -38,7 +38,8 @@ public:
 
     /// Begins a new object. An earlier one is let go, not freed: it has gone to the clipboard or to a drag.
     void create_mime_data();
-    /// Forgets the object under construction and frees it, unless the clipboard owns it. Harmless without one.
+    /// Forgets the object under construction and frees it, unless the clipboard owns it. Harmless without one. Not to be
+    /// called between `QDrag::setMimeData()` and the end of the drag, which owns the object.
     void clear_mime_data();
     /// The object under construction, for a drag; null where there is none, or where its later owner has freed it.
     QMimeData* get_mime_data() const;
@@ -97,7 +98,8 @@ public:
     /// A QList<QVariant> of unsigned int.
     QVariant get_id_list_transfer_data(const QMimeData* data) const;
     QVariant get_region_id_list_transfer_data(const QMimeData* data) const;
-    /// A TOLV_INSTANCE_NAME_LIST or a TOLV_ASSIGNMENT_LIST. What the payload does not have is as in a new record.
+    /// A TOLV_INSTANCE_NAME_LIST or a TOLV_ASSIGNMENT_LIST. Fields that do not travel are as in a new record; those that a
+    /// payload which ends within a record has no more are null, zero and false.
     QVariant get_instance_name_list_transfer_data(const QMimeData* data) const;
     QVariant get_assignment_list_transfer_data(const QMimeData* data) const;
     /// All that the data holds, in the order text, text list, identifiers, regions, image, instance names, assignments.

@@ -46,7 +46,9 @@ public:
     void get_first_dimension(unsigned int& low, unsigned int& high) const;
     void get_second_dimension(unsigned int& low, unsigned int& high) const;
 
-    QVariant m_value; ///< a tool's own addition; neither copied nor streamed
+    /// A tool's own addition; neither copied nor streamed. Invalid in a new record: a QVariant made as QVariant::UserType
+    /// would hold whatever type the process has registered first, or warn if there is none.
+    QVariant m_value;
     TOLV_INSTANCE_NAME_TYPE m_type = TOLV_INSTANCE_NAME_TYPE_PLAIN; ///< shape of the object
     std::string m_name;                                             ///< the name, in the local 8-bit encoding
     unsigned int m_number = 0;                                      ///< a tool's number for the object
@@ -79,7 +81,7 @@ public:
     /// The records, in the order in which they were inserted.
     const QList<TOLV_INSTANCE_NAME>& get_list() const;
 
-    QVariant m_value; ///< a tool's own addition to the list; invalid in a new one, not streamed
+    QVariant m_value; ///< a tool's own addition to the list; invalid in a new one, as in a record; not streamed
 
 private:
     QList<TOLV_INSTANCE_NAME> m_list;

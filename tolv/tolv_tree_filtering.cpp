@@ -252,11 +252,6 @@ void TOLV_TREE_FILTERING::count_all()
     }
 }
 
-void TOLV_TREE_FILTERING::restart_count()
-{
-    m_is_all_counted = false;
-}
-
 void TOLV_TREE_FILTERING::forget()
 {
     m_was_disturbed = true;

@@ -79,8 +79,6 @@ public:
     void filter_again();
     /// Maps all that is not mapped yet, and so counts it.
     void count_all();
-    /// Nothing is counted in this filtering yet.
-    void restart_count();
     /// The source model changes: no answer is kept.
     void forget();
 
