@@ -8,6 +8,7 @@
 #include "workbench_module_view.h"
 
 #include "tolv_global.h"
+#include "tolv_icon.h"
 #include "tolv_mdi_area.h"
 #include "tolv_tool_bar.h"
 
@@ -25,10 +26,10 @@ WORKBENCH_DOCUMENTS::WORKBENCH_DOCUMENTS(TOLV_MDI_AREA* area, QObject* parent)
     m_schematic->setObjectName(QStringLiteral("schematic"));
     m_floorplan->setObjectName(QStringLiteral("floorplan"));
     m_hierarchy->setObjectName(QStringLiteral("hierarchy_graph"));
-    add_document(DOCUMENT_SCHEMATIC, m_schematic, tr("Schematic"));
-    add_document(DOCUMENT_TABLES, m_module_view, tr("Cells, Ports and Nets"));
-    add_document(DOCUMENT_FLOORPLAN, m_floorplan, tr("Floorplan"));
-    add_document(DOCUMENT_HIERARCHY, m_hierarchy, tr("Hierarchy Graph"));
+    add_document(DOCUMENT_SCHEMATIC, m_schematic, tr("Schematic"), TOLV_NETLIST_VIEW_ICON);
+    add_document(DOCUMENT_TABLES, m_module_view, tr("Cells, Ports and Nets"), TOLV_NETLIST_ANALYSIS_ICON);
+    add_document(DOCUMENT_FLOORPLAN, m_floorplan, tr("Floorplan"), TOLV_FLOORPLAN_ICON);
+    add_document(DOCUMENT_HIERARCHY, m_hierarchy, tr("Hierarchy Graph"), TOLV_HIERARCHY_ICON);
 
     QAction* const by_module = m_floorplan->get_tool_bar()->addAction(tr("By Module"));
     by_module->setObjectName(QStringLiteral("color_by_module"));
@@ -61,9 +62,10 @@ WORKBENCH_DOCUMENTS::~WORKBENCH_DOCUMENTS()
         delete widget.data();
 }
 
-void WORKBENCH_DOCUMENTS::add_document(DOCUMENT document, QWidget* widget, const QString& title)
+void WORKBENCH_DOCUMENTS::add_document(DOCUMENT document, QWidget* widget, const QString& title, TOLV_ICON_ENUM icon)
 {
     widget->setWindowTitle(title);
+    widget->setWindowIcon(tolv_get_icon(icon)); // for its tab, and its title bar where it is a window
     m_widgets[document] = widget;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "netlist.h"
+#include "tolv_icon_enum.h"
 
 #include <QObject>
 #include <QPointer>
@@ -88,7 +89,7 @@ private slots:
     void enter_module(int module);
 
 private:
-    void add_document(DOCUMENT document, QWidget* widget, const QString& title);
+    void add_document(DOCUMENT document, QWidget* widget, const QString& title, TOLV_ICON_ENUM icon);
     void open_window(int document);
     void close_window(int document);
     void set_floorplan_module(const std::shared_ptr<const NETLIST>& netlist, std::uint32_t module);

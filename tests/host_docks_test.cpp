@@ -201,6 +201,20 @@ TEST_F(host_docks, documents_that_were_arranged_as_windows_are_in_tabs_again_in_
     }
 }
 
+TEST_F(host_docks, each_document_has_a_picture_in_its_tab_and_its_window)
+{
+    show();
+    const auto* const tabs = area()->findChild<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(2, tabs->count());
+    EXPECT_NE(tabs->tabIcon(0).pixmap(16).toImage(), tabs->tabIcon(1).pixmap(16).toImage());
+    const QList<QMdiSubWindow*> windows = area()->subWindowList();
+    for (int i = 0; i < windows.size(); ++i)
+    {
+        EXPECT_FALSE(tabs->tabIcon(i).isNull());
+        EXPECT_FALSE(windows.at(i)->windowIcon().isNull());
+    }
+}
+
 TEST_F(host_docks, the_tab_of_the_schematic_tells_which_instance_it_shows)
 {
     show();

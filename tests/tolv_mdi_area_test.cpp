@@ -17,7 +17,9 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -45,6 +47,19 @@ protected:
         ++m_close_count;
         event->setAccepted(!m_refuses);
     }
+};
+
+/// Gathers what of a widget is painted again.
+class PAINTED_REGION : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            m_region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QRegion m_region;
 };
 
 class TOLV_MDI_AREA_TEST : public TOLV_GUI_TEST
@@ -485,6 +500,29 @@ TEST_F(TOLV_MDI_AREA_TEST, documents_cover_the_pictures)
     const QWidget* const on_top = m_area->viewport()->childAt(pictures.at(0)->geometry().center());
     EXPECT_NE(pictures.at(0), on_top);
     EXPECT_TRUE(m_area->subWindowList().at(0)->isAncestorOf(on_top));
+}
+
+TEST_F(TOLV_MDI_AREA_TEST, what_is_behind_documents_keeps_its_place_when_they_are_scrolled)
+{
+    make_area_of_windows();
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    add("top.v");
+    QMdiSubWindow* const window = m_area->subWindowList().at(0);
+    window->setGeometry(m_area->width() - 50, 20, 200, 100);
+    GUI_DRIVER::process_posted();
+    QScrollBar* const bar = m_area->horizontalScrollBar();
+    ASSERT_GT(bar->maximum(), 0);
+    const QRect places[] = {get_pictures().at(0)->geometry(), get_pictures().at(1)->geometry()};
+    PAINTED_REGION painted;
+    m_area->viewport()->installEventFilter(&painted);
+    bar->setValue(bar->maximum());
+    GUI_DRIVER::process_posted();
+    EXPECT_EQ(m_area->width() - 50 - bar->maximum(), window->x());
+    EXPECT_EQ(places[0], get_pictures().at(0)->geometry());
+    EXPECT_EQ(places[1], get_pictures().at(1)->geometry());
+    // All that the window does not cover itself.
+    EXPECT_EQ(QRegion(m_area->viewport()->rect()),
+              (painted.m_region + window->geometry()) & m_area->viewport()->rect());
 }
 
 TEST_F(TOLV_MDI_AREA_TEST, a_press_on_a_picture_opens_its_page)

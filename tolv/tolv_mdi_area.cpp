@@ -187,3 +187,14 @@ void TOLV_MDI_AREA::paintEvent(QPaintEvent* event)
     painter.drawText(QRect(x, y + watermark.height(), watermark.width(), 50), Qt::AlignRight | Qt::AlignTop,
                      get_version_text());
 }
+
+void TOLV_MDI_AREA::scrollContentsBy(int dx, int dy)
+{
+    QMdiArea::scrollContentsBy(dx, dy); // moves pixels and children of the viewport, whatever they are
+    if (QLayout* const pictures = viewport()->layout(); pictures != nullptr)
+    {
+        pictures->invalidate();
+        pictures->activate();
+    }
+    viewport()->update();
+}

@@ -40,6 +40,8 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    /// Scrolls the documents alone, where a host has given the area scroll bars: what is behind them keeps its place.
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     void set_up_background();
