@@ -310,13 +310,15 @@ TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, the_sentence_stands_in_one_row)
     EXPECT_EQ(QStringList({"Fit to:", "m_pages_wide", "pages wide by", "m_pages_tall", "pages tall"}), sentence);
 }
 
-TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, the_tabulator_goes_from_the_first_number_to_the_buttons)
+TEST_F(TOLV_MULTIPAGE_SETUP_DLG_TEST, the_keyboard_goes_from_the_first_number_to_the_buttons)
 {
     TOLV_MULTIPAGE_SETUP_DLG dialog(3, 7);
     ASSERT_TRUE(GUI_DRIVER::show(&dialog));
     const auto* const buttons = dialog.findChild<QDialogButtonBox*>();
     const auto get_focus_name = [] { return QApplication::focusWidget()->objectName(); };
     EXPECT_EQ(QStringLiteral("m_pages_wide"), get_focus_name());
+    GUI_DRIVER::type(&dialog, QStringLiteral("5")); // in place of the 3
+    EXPECT_EQ(5, dialog.get_pages_wide());
     GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);
     EXPECT_EQ(QStringLiteral("m_pages_tall"), get_focus_name());
     GUI_DRIVER::key_click(&dialog, Qt::Key_Tab);

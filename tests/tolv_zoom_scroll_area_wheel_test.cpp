@@ -1,5 +1,7 @@
 #include "tolv_zoom_fixture.h"
 
+#include <QLabel>
+
 #include <random>
 #include <vector>
 
@@ -235,6 +237,22 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, the_move_that_the_view_feels_knows_of_n
     EXPECT_EQ(QPointF(in_view(50, 60)), move.localPos());
     EXPECT_EQ(QPointF(50, 60), move.windowPos());
     EXPECT_EQ(QPointF(view->mapToGlobal(in_view(50, 60))), move.screenPos());
+}
+
+TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, a_rectangle_being_located_keeps_nothing_from_the_view)
+{
+    view->animate_selection_rect(QRect(20, 30, 30, 20), Qt::green, 60000); // a label of 90 by 80
+    const auto* const label = view->findChild<QLabel*>();
+    ASSERT_NE(nullptr, label);
+    ASSERT_TRUE(label->isVisible() && label->geometry().contains(QPoint(31, 41)));
+    take_moves();
+    GUI_DRIVER::hover(view, QPoint(30, 40));
+    EXPECT_EQ(QPoint(30, 40),
+              view->moves_without_buttons.isEmpty() ? QPoint() : view->moves_without_buttons.constLast());
+    view->seen.clear();
+    GUI_DRIVER::click(view, QPoint(31, 41));
+    EXPECT_EQ(1, view->seen.count(QEvent::MouseButtonPress));
+    view->on_stop_animation_rect();
 }
 
 TEST_F(TOLV_ZOOM_SCROLL_AREA_WHEEL_TEST, a_wheel_to_the_side_zooms_out_as_one_that_does_not_turn_up)

@@ -42,6 +42,7 @@ TOLV_MULTIPAGE_SETUP_DLG::TOLV_MULTIPAGE_SETUP_DLG(int pages_wide, int pages_tal
     layout->addWidget(text);
     layout->addWidget(create_pages_group());
     layout->addWidget(buttons);
+    m_pages_wide->selectAll(); // so that what is typed takes its place
 }
 
 TOLV_MULTIPAGE_SETUP_DLG::~TOLV_MULTIPAGE_SETUP_DLG() = default;

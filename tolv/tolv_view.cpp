@@ -387,6 +387,7 @@ void TOLV_VIEW::create_animation()
     TOLV_CHECK_TEXT(m_animation_label_rect != nullptr, "Failed to construct m_animation_label_rect.");
     m_animation_label_rect->setFrameStyle(QFrame::Box);
     m_animation_label_rect->setAutoFillBackground(true);
+    m_animation_label_rect->setAttribute(Qt::WA_TransparentForMouseEvents); // hover and clicks go to the view below
     m_animation_property = new QPropertyAnimation(m_animation_label_rect, "geometry", this);
     TOLV_CHECK_TEXT(m_animation_property != nullptr, "Failed to construct m_animation_property.");
 }

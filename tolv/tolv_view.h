@@ -151,7 +151,7 @@ public:
 
     /// Draws the user's eye to a rectangle, physical: a filled label shrinks from it to its centre. A small rectangle is
     /// widened; none is shown for one that is a tenth of the visible part or more in both directions, which is seen
-    /// without. An animation under way is begun anew.
+    /// without. An animation under way is begun anew. The mouse goes through the label.
     void animate_selection_rect(const QRect& rect, const QColor& color, int duration_ms);
 
 protected:
