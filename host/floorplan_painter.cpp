@@ -25,7 +25,7 @@ const double SMALLEST_LINED_SITE = 5;    ///< of its height: has its outline
 const double SMALLEST_NAMED_TILE = 90;   ///< of its side: the names of its cells are written where they fit
 const double SMALLEST_PLACED_TILE = 130; ///< has its place written in it
 const int NAME_MARGIN = 3;
-const double TYPED_SITE_LINES = 2.2; ///< height of a site with room for a second line, in lines
+const int MOST_NAME_LINES = 3;
 
 /// A rectangle of device pixels: the first ones in it and the first ones behind it.
 struct PIXELS
@@ -223,7 +223,8 @@ void FLOORPLAN_PAINTER::paint(QPainter& painter, const FLOORPLAN& plan, const QT
     if (exposed.isEmpty() || transform.m11() <= 0 || transform.m22() <= 0)
         return;
     CANVAS canvas(painter, transform, exposed, style.pixel_size, m_image);
-    if (!plan.get_bounds().contains(canvas.get_visible()))
+    // On paper the ground ends with the chip.
+    if (!style.is_on_paper && !plan.get_bounds().contains(canvas.get_visible()))
         canvas.fill_all(m_background.get_color().rgb());
     paint_tiles(canvas, plan);
     if (style.shows_wires && canvas.get_tile_side() >= SMALLEST_WIRED_TILE)
@@ -334,7 +335,7 @@ void FLOORPLAN_PAINTER::paint_lit_nets(CANVAS& canvas, const FLOORPLAN& plan, co
     }
 }
 
-/// The name of each site's cell and, in a higher site, its type below.
+/// The name of each site's cell and, in a higher site, its type and its place below.
 void FLOORPLAN_PAINTER::paint_names(QPainter& painter, const CANVAS& canvas, const FLOORPLAN& plan,
                                     COLORING coloring) const
 {
@@ -343,30 +344,28 @@ void FLOORPLAN_PAINTER::paint_names(QPainter& painter, const CANVAS& canvas, con
     painter.setFont(*font.get_font());
     const QFontMetrics metrics = painter.fontMetrics(); // of the device
     const NETLIST_NAMES& names = plan.get_netlist().names;
-    const auto paint_line = [&](const QRect& rect, NETLIST_NAME text)
+    const NETLIST_NAME place_key = names.find("NEXTPNR_BEL");
+    const auto paint_site = [&](const FLOORPLAN::SITE& site)
     {
-        // At a point: a text in a rectangle would be laid out twice.
-        painter.drawText(rect.x(), rect.y() + (rect.height() + metrics.ascent() - metrics.descent()) / 2,
-                         metrics.elidedText(workbench_to_qstring(names.get(text)), Qt::ElideMiddle, rect.width()));
+        const QRect rect = canvas.get_view_rect(site.rect).adjusted(NAME_MARGIN, 0, -NAME_MARGIN, 0);
+        const int line_count = std::min(rect.height() / metrics.height(), MOST_NAME_LINES);
+        if (line_count == 0)
+            return;
+        const NETLIST_CELL& cell = plan.get_module().cells[site.cell];
+        const NETLIST_NAME lines[MOST_NAME_LINES] = {cell.name, cell.type,
+                                                     plan.get_module().find_property(cell.attributes, place_key)};
+        painter.setPen(tolv_get_contrast_color(get_site_color(site, coloring)));
+        int top = rect.y() + (rect.height() - line_count * metrics.height()) / 2;
+        for (int i = 0; i < line_count; ++i, top += metrics.height())
+        {
+            // At a point: a text in a rectangle would be laid out twice.
+            painter.drawText(
+                rect.x(), top + metrics.ascent(),
+                metrics.elidedText(workbench_to_qstring(names.get(lines[i])), Qt::ElideMiddle, rect.width()));
+        }
     };
-    plan.visit_sites(canvas.get_visible(),
-                     [&](const FLOORPLAN::SITE* sites, std::size_t count)
-                     {
-                         for (const FLOORPLAN::SITE* site = sites; site != sites + count; ++site)
-                         {
-                             QRect rect = canvas.get_view_rect(site->rect).adjusted(NAME_MARGIN, 0, -NAME_MARGIN, 0);
-                             if (rect.height() < metrics.height())
-                                 continue;
-                             const NETLIST_CELL& cell = plan.get_module().cells[site->cell];
-                             painter.setPen(tolv_get_contrast_color(get_site_color(*site, coloring)));
-                             if (rect.height() >= TYPED_SITE_LINES * metrics.height())
-                             {
-                                 rect.setHeight(rect.height() / 2);
-                                 paint_line(rect.translated(0, rect.height()), cell.type);
-                             }
-                             paint_line(rect, cell.name);
-                         }
-                     });
+    plan.visit_sites(canvas.get_visible(), [&](const FLOORPLAN::SITE* sites, std::size_t count)
+                     { std::for_each(sites, sites + count, paint_site); });
     painter.restore();
 }
 

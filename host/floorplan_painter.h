@@ -13,8 +13,8 @@ class QPainter;
 class QTransform;
 
 /// Paints a floorplan with the named colours, which it asks for at each paint. More shows the nearer one comes: tiles and
-/// sites always, wires where a tile has some pixels, outlines, names, the places of tiles and the types of cells where there
-/// is room for them.
+/// sites always, wires where a tile has some pixels, outlines, the places of tiles, and names, types and places of
+/// cells where there is room for them.
 ///
 /// Sites and wires by the ten thousand are written into an image of the exposed part, pixel for pixel of the device,
 /// since they are rectangles and lines along the axes; what is few is drawn by the painter itself. On a device that is no
@@ -32,7 +32,8 @@ public:
     {
         COLORING coloring = COLORING_KIND;
         bool shows_wires = true;
-        bool shows_names = true;                   ///< of cells, where there is room
+        bool shows_names = true; ///< of cells, where there is room
+        bool is_on_paper = false;
         double pixel_size = 1;                     ///< pixels that count as one of a screen; more on paper
         std::vector<std::uint32_t> selected_sites; ///< indices, in ascending order
         std::vector<std::uint32_t> lit_nets;       ///< indices of nets in the module

@@ -58,6 +58,7 @@ void FLOORPLAN_VIEW::paint_drawing(QPainter* painter, const QRect& exposed, TARG
     style.shows_names = target != TARGET_OVERVIEW;
     if (target == TARGET_PAPER)
     {
+        style.is_on_paper = true;
         style.pixel_size = DRAWING::get_pixel_size(*painter);
     }
     else

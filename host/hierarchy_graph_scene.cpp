@@ -373,7 +373,6 @@ void HIERARCHY_GRAPH_SCENE::apply_drawing_resources()
 
 void HIERARCHY_GRAPH_SCENE::print(QPainter* painter, const QRectF& page, qreal line_width)
 {
-    painter->fillRect(page, m_style.background);
     const QRectF source = sceneRect();
     if (source.isEmpty() || page.isEmpty())
         return;

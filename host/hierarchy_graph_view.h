@@ -21,7 +21,7 @@ class HIERARCHY_GRAPH_VIEW : public TOLV_GRAPHICS_VIEW
     Q_OBJECT
 
 public:
-    static constexpr double SMALLEST_LEVEL = 0.05; ///< of zoom; 1 for 100 percent
+    static constexpr double SMALLEST_LEVEL = 0.01; ///< of zoom; 1 for 100 percent
     static constexpr double LARGEST_LEVEL = 8;
     /// What zoom_fit() makes of a small graph.
     static constexpr double LARGEST_FIT_LEVEL = 1.5;

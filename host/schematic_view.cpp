@@ -71,7 +71,8 @@ void SCHEMATIC_VIEW::paint_drawing(QPainter* painter, const QRect& exposed, TARG
 {
     {
         const TOLV_PHYSICAL_DRAWING_HANDLE physical(painter);
-        painter->fillRect(exposed, m_painter.get_background_color());
+        if (target != TARGET_PAPER)
+            painter->fillRect(exposed, m_painter.get_background_color());
         if (m_schematic == nullptr)
         {
             painter->setPen(TOLV_COLOR(TOLV_RTLV_TEXT_COLOR).get_color());
@@ -85,6 +86,7 @@ void SCHEMATIC_VIEW::paint_drawing(QPainter* painter, const QRect& exposed, TARG
     SCHEMATIC_PAINTER::STYLE style;
     if (target == TARGET_PAPER)
     {
+        painter->fillRect(m_schematic->bounds, m_painter.get_background_color());
         style.line_width = DRAWING::get_pixel_size(*painter) / transform.m11();
     }
     else

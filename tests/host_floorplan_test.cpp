@@ -3,6 +3,7 @@
 #include "gui_test.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
+#include "recording_paint_device.h"
 
 #include <QImage>
 #include <QPainter>
@@ -229,5 +230,38 @@ TEST_F(FLOORPLAN_TEST, wires_show_where_a_tile_has_room_and_lit_nets_always)
     without_wires.lit_nets = {0};
     EXPECT_EQ(get_pixel(64, without_wires), TOLV_COLOR(TOLV_FLP_SELECTED_NET_LINE_COLOR).get_color());
     EXPECT_EQ(get_pixel(5, without_wires), TOLV_COLOR(TOLV_FLP_SELECTED_NET_LINE_COLOR).get_color());
+}
+
+TEST_F(FLOORPLAN_TEST, names_types_and_places_show_where_there_is_room)
+{
+    const FLOORPLAN plan = make(make_cell("u.a", "X0/Y1/ram", 2, "ICESTORM_RAM") + "," + make_cell("b", "X0/Y0/lc0"));
+    const auto get_texts = [&](int side, bool shows_names)
+    {
+        RECORDING_PAINT_DEVICE device(QSize(side, 2 * side));
+        FLOORPLAN_PAINTER::STYLE style;
+        style.shows_names = shows_names;
+        QPainter painter(&device);
+        const double scale = double(side) / FLOORPLAN::TILE_SIZE;
+        FLOORPLAN_PAINTER().paint(painter, plan, QTransform::fromScale(scale, scale), QRect(0, 0, side, 2 * side),
+                                  style);
+        painter.end();
+        QStringList texts;
+        for (const PAINT_COMMAND& command : device.find("text"))
+            texts << command.text.section('"', 1, 1);
+        return texts;
+    };
+    EXPECT_EQ(get_texts(80, true), QStringList());
+    EXPECT_EQ(get_texts(1000, false), QStringList());
+    // A site of the height of the tile has room for all three lines; one of an eighth of it gets them one by one.
+    EXPECT_FALSE(get_texts(100, true).contains("X0/Y1"));
+    const QStringList near = get_texts(200, true);
+    EXPECT_TRUE(near.contains("u.a"));
+    EXPECT_TRUE(near.contains("ICESTORM_RAM"));
+    EXPECT_TRUE(near.contains("X0/Y1/ram"));
+    EXPECT_TRUE(near.contains("X0/Y0"));
+    EXPECT_TRUE(near.contains("X0/Y1"));
+    EXPECT_TRUE(near.contains("b"));
+    EXPECT_FALSE(near.contains("X0/Y0/lc0"));
+    EXPECT_TRUE(get_texts(1000, true).contains("X0/Y0/lc0"));
 }
 } // namespace

@@ -328,7 +328,7 @@ TEST_F(host_hierarchy_view, the_level_stays_within_its_limits)
     view().zoom_by(1e-6);
     EXPECT_EQ(view().get_level(), HIERARCHY_GRAPH_VIEW::SMALLEST_LEVEL);
     auto* const label = GUI_DRIVER::find_widget<QLabel>(m_pane.get(), "zoom_level");
-    EXPECT_EQ(label->text(), "5 %");
+    EXPECT_EQ(label->text(), "1 %");
     view().set_netlist(NETLIST_READER::read_text(R"({"modules":{"one":{}}})", "one.json").netlist);
     ASSERT_TRUE(GUI_DRIVER::wait_for([this] { return !view().is_drawing(); }));
     EXPECT_EQ(view().get_level(), HIERARCHY_GRAPH_VIEW::LARGEST_FIT_LEVEL); // a small graph is not blown up

@@ -185,26 +185,30 @@ TEST_F(host_printing, the_schematic_and_the_graph_are_whole_and_in_the_middle)
     show_hierarchy();
     const auto check = [](const QImage& image, const QSizeF& size)
     {
-        // The ground covers the page; what is drawn on it has a margin of its own.
-        const QRgb ground = image.pixel(0, 0);
+        // The ground is that of the drawing; what is drawn on it has a margin of its own.
+        const double scale = std::min(image.width() / size.width(), image.height() / size.height());
+        const QRectF room((image.width() - size.width() * scale) / 2, (image.height() - size.height() * scale) / 2,
+                          size.width() * scale, size.height() * scale);
+        const QRgb ground = image.pixel(room.toRect().topLeft() + QPoint(2, 2));
         EXPECT_NE(QColor(ground), QColor(Qt::magenta));
+        QRect ground_rect;
         QRect drawn;
         for (int y = 0; y < image.height(); ++y)
         {
             for (int x = 0; x < image.width(); ++x)
             {
-                if (image.pixel(x, y) != ground)
+                if (image.pixel(x, y) == QColor(Qt::magenta).rgb())
+                    continue;
+                ground_rect |= QRect(x, y, 1, 1);
+                if (image.pixel(x, y) != ground && room.adjusted(2, 2, -2, -2).contains(x, y))
                     drawn |= QRect(x, y, 1, 1);
             }
         }
-        const double scale = std::min(image.width() / size.width(), image.height() / size.height());
-        EXPECT_GT(drawn.width(), 0.8 * size.width() * scale);
-        EXPECT_LE(drawn.width(), size.width() * scale);
-        EXPECT_GT(drawn.height(), 0.8 * size.height() * scale);
-        EXPECT_LE(drawn.height(), size.height() * scale);
-        const QRectF room((image.width() - size.width() * scale) / 2, (image.height() - size.height() * scale) / 2,
-                          size.width() * scale, size.height() * scale);
-        EXPECT_TRUE(room.contains(QRectF(drawn)));
+        EXPECT_TRUE(room.adjusted(-2, -2, 2, 2).contains(ground_rect)) << "with nothing beside it";
+        EXPECT_TRUE(QRectF(ground_rect).contains(room.adjusted(2, 2, -2, -2)));
+        EXPECT_GT(drawn.width(), 0.8 * room.width());
+        EXPECT_GT(drawn.height(), 0.8 * room.height());
+        EXPECT_TRUE(room.adjusted(4, 4, -4, -4).contains(drawn)) << "with its margin";
     };
     check(print_image(*m_schematic), m_schematic_view->get_schematic()->bounds.size());
     QImage graph = print_image(*m_hierarchy);
