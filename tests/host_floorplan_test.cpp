@@ -234,7 +234,8 @@ TEST_F(FLOORPLAN_TEST, wires_show_where_a_tile_has_room_and_lit_nets_always)
 
 TEST_F(FLOORPLAN_TEST, names_types_and_places_show_where_there_is_room)
 {
-    const FLOORPLAN plan = make(make_cell("u.a", "X0/Y1/ram", 2, "ICESTORM_RAM") + "," + make_cell("b", "X0/Y0/lc0"));
+    const FLOORPLAN plan = make(make_cell("u.a", "X0/Y1/ram", 2, "ICESTORM_RAM") + "," + make_cell("b", "X0/Y0/lc0") +
+                                "," + make_cell("c", "X0/Y0/lc7"));
     const auto get_texts = [&](int side, bool shows_names)
     {
         RECORDING_PAINT_DEVICE device(QSize(side, 2 * side));
