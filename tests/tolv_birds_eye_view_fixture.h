@@ -51,6 +51,22 @@ private:
     }
 };
 
+/// A scroll area that remembers the rectangles to which it zooms.
+class RECORDED_AREA : public TOLV_ZOOM_SCROLL_AREA
+{
+public:
+    RECORDED_AREA() : TOLV_ZOOM_SCROLL_AREA(nullptr)
+    {
+    }
+    QList<QRect> rects;
+
+    void zoom_rect(const QRect& rect) override
+    {
+        rects << rect;
+        TOLV_ZOOM_SCROLL_AREA::zoom_rect(rect);
+    }
+};
+
 /// A scroll area of 700 by 500 pixels without a frame, with a drawing of 1000 by 500 units and its bird's eye view. The
 /// scroll bars are on for good unless a test says otherwise.
 class TOLV_BIRDS_EYE_VIEW_TEST : public TOLV_GUI_TEST
@@ -59,7 +75,7 @@ protected:
     void SetUp() override
     {
         TOLV_GUI_TEST::SetUp();
-        area = std::make_unique<TOLV_ZOOM_SCROLL_AREA>();
+        area = std::make_unique<RECORDED_AREA>();
         area->setFrameShape(QFrame::NoFrame);
         area->setGeometry(40, 40, 700, 500);
         view = new TWO_COLOR_VIEW;
@@ -123,7 +139,7 @@ protected:
         return moves;
     }
 
-    std::unique_ptr<TOLV_ZOOM_SCROLL_AREA> area;
+    std::unique_ptr<RECORDED_AREA> area;
     TWO_COLOR_VIEW* view = nullptr;
     TOLV_BIRDS_EYE_VIEW* dock = nullptr;
     TOLV_BIRDS_EYE_VIEW_WIDGET* body = nullptr;

@@ -197,6 +197,18 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_drag_is_reckoned_in_float)
     GUI_DRIVER::release(body, QPoint(227, 2));
 }
 
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_middle_button_does_nothing)
+{
+    zoom_to(4, QPoint(400, 100));
+    GUI_DRIVER::move_to(body, QPoint(140, 50));
+    GUI_DRIVER::press(body, QPoint(140, 50), Qt::MiddleButton);
+    EXPECT_EQ(Qt::OpenHandCursor, body->cursor().shape());
+    EXPECT_EQ(nullptr, body->findChild<QRubberBand*>());
+    GUI_DRIVER::move_to(body, QPoint(160, 60));
+    GUI_DRIVER::release(body, QPoint(160, 60), Qt::MiddleButton);
+    EXPECT_EQ(QPoint(1600, 400), get_scroll_position());
+}
+
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_second_press_of_a_double_click_begins_a_drag_like_any_other)
 {
     zoom_to(4, QPoint(400, 100));
@@ -230,9 +242,18 @@ TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_rectangle_drawn_with_the_right_button_i
     draw_rect(QPoint(60, 30), QPoint(120, 60), [&] { EXPECT_EQ(Qt::SizeAllCursor, body->cursor().shape()); });
     // The ratio 2 adds half of the width to the height: 60 by 60 pixels, from 30 to 90 downwards. In units from 199 to
     // 399, and from 99 to 300: 202 of them in 500 + 1 pixels.
-    EXPECT_FLOAT_EQ(501.0F / 202.0F, view->get_zoom()); // in float, 30 / 0.3 is less than 100
+    EXPECT_EQ(QList<QRect>({QRect(QPoint(199, 99), QPoint(399, 300))}), area->rects); // in float, 60 / 0.3 is below 200
+    EXPECT_FLOAT_EQ(501.0F / 202.0F, view->get_zoom());
     EXPECT_NEAR(300, view->get_logical(QPoint(get_scroll_position().x() + 350, 0)).x(), 2);
     EXPECT_NEAR(200, view->get_logical(QPoint(0, get_scroll_position().y() + 250)).y(), 2);
+}
+
+TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, a_rectangle_that_has_no_pixel_in_the_view_is_not_zoomed_to)
+{
+    view->set_zoom(0.001F);
+    draw_rect(QPoint(60, 30), QPoint(62, 31));
+    EXPECT_TRUE(area->rects.isEmpty());
+    EXPECT_FLOAT_EQ(0.001F, view->get_zoom());
 }
 
 TEST_F(TOLV_BIRDS_EYE_VIEW_MOUSE_TEST, the_origin_of_the_drawing_is_left_out_of_a_drawn_rectangle)

@@ -446,6 +446,27 @@ TEST_F(TOLV_DRAG_TRACKER_TEST, keys_for_another_widget_reach_nothing)
     EXPECT_EQ(QStringLiteral("a"), edit->text());
 }
 
+TEST_F(TOLV_DRAG_TRACKER_TEST, every_key_is_accepted)
+{
+    INPUT_SCRIPT script;
+    script.then([&] { GUI_DRIVER::press(widget, QPoint(20, 30)); })
+        .then(
+            [&]
+            {
+                for (const auto& [type, code] :
+                     {std::pair(QEvent::KeyPress, Qt::Key_A), std::pair(QEvent::KeyRelease, Qt::Key_A),
+                      std::pair(QEvent::KeyPress, Qt::Key_Escape)})
+                {
+                    QKeyEvent key(type, code, Qt::NoModifier);
+                    key.ignore();
+                    QApplication::sendEvent(widget, &key);
+                    EXPECT_TRUE(key.isAccepted()) << type << " " << code;
+                }
+            });
+    EXPECT_TRUE(script.run());
+    EXPECT_EQ(QRect(), result);
+}
+
 TEST_F(TOLV_DRAG_TRACKER_TEST, shortcuts_do_not_act_during_a_drag)
 {
     QShortcut shortcut(QKeySequence(Qt::Key_F5), window.get());

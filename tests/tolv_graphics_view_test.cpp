@@ -6,6 +6,7 @@
 #include "picture.h"
 #include "recording_paint_device.h"
 #include "tolv_birds_eye_view.h"
+#include "tolv_font.h"
 #include "tolv_graphics_scene.h"
 #include "tolv_graphics_view.h"
 #include "tolv_icon.h"
@@ -214,6 +215,13 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_display_tells_what_was_painted_and_what_took
         EXPECT_EQ(1.0, command.opacity);
     }
     ASSERT_EQ(3, lines.size());
+    QPainter painter(&device);
+    painter.setFont(*TOLV_FONT(TOLV_GUI_FONT).get_font());
+    const QRectF text_rect = painter.boundingRect(QRectF(10, 10, 10, 10), Qt::AlignLeft, lines.join(QLatin1Char('\n')));
+    painter.end();
+    const QRect ground = text_rect.adjusted(-2, -1, 2, 1).toRect();
+    EXPECT_TRUE(device.contains(
+        QStringLiteral("rect %1 %2 %3 %4").arg(ground.x()).arg(ground.y()).arg(ground.width()).arg(ground.height())));
     EXPECT_EQ(QStringLiteral("Painting performance:"), lines.at(0));
     EXPECT_EQ(QStringLiteral("QPaintEvent::rect(): (10, 20), (309, 59)"), lines.at(1));
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^QGraphicsView::paintEvent: \\d+ [um]sec, \\d+ fps$"))

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -351,6 +352,20 @@ TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_grows_with_the_lens)
     EXPECT_NEAR(14, get_width(2.0), 1); // 20 pixels
 }
 
+TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_outline_of_the_lens_is_smooth)
+{
+    const QImage picture = take_picture(CENTRE);
+    int between = 0;
+    for (int y = 0; y <= 200; ++y)
+        for (int x = 0; x <= 100; ++x) // the left half, without the handle
+        {
+            const double distance = std::hypot(x - 100, y - 100);
+            const int lightness = picture.pixelColor(150 + x, 100 + y).lightness();
+            between += distance > 98.5 && distance < 102 && lightness > 40 && lightness < 200 ? 1 : 0;
+        }
+    EXPECT_GT(between, 200); // of some 314 pixels of the outline
+}
+
 TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_is_hatched_in_gray)
 {
     const QImage picture = take_picture(CENTRE);
@@ -371,13 +386,13 @@ TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_is_hatched_in_gray)
 TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_handle_lies_slanting_behind_the_lens)
 {
     view->setAutoFillBackground(false);
-    for (const double size : {1.0, 2.0, 5.0})
+    for (const double size : {1.0, 1.1, 2.0, 5.0}) // at 1.1 the handle has an odd width
     {
         SCOPED_TRACE(size);
         TOLV_MAGNIFYING_GLASS_WIDGET::s_size_factor = size;
         QImage picture;
         magnify(CENTRE, [&] { picture = render_widget(get_glass()); });
-        const int radius = int(50 * size);
+        const int radius = qRound(50 * size);
         QImage expected(picture.size(), picture.format());
         expected.fill(area->palette().color(QPalette::Window));
         QPainter painter(&expected);
@@ -440,6 +455,28 @@ TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_view_is_told_that_it_paints_for_the_lens)
                 EXPECT_EQ(QRect(), view->get_magnifying_rect());
             });
     EXPECT_TRUE(is_told);
+}
+
+TEST_F(TOLV_MAGNIFYING_GLASS_TEST, what_is_under_the_pointer_is_reckoned_in_float)
+{
+    view->set_zoom_internal(0.3F);
+    view->update_transform();
+    GUI_DRIVER::process_posted();
+    QTransform transform;
+    view->on_paint = [&](QPainter* painter)
+    {
+        if (view->is_magnifying())
+            transform = painter->transform();
+    };
+    magnify(CENTRE, [&] { get_glass()->repaint(); });
+    const QPoint origin = view->get_logical(QPoint(0, 0));
+    const double scale = double(0.3F) * 3.0;
+    QTransform expected;
+    expected.scale(scale, scale);
+    expected.translate(-(double(250.0F / 0.3F + float(origin.x())) - 100 / scale),
+                       -(double(200.0F / 0.3F + float(origin.y())) - 100 / scale));
+    EXPECT_DOUBLE_EQ(expected.dx(), transform.dx());
+    EXPECT_DOUBLE_EQ(expected.dy(), transform.dy());
 }
 
 TEST_F(TOLV_MAGNIFYING_GLASS_TEST, the_paint_of_the_lens_has_its_own_transform_and_arguments)

@@ -28,7 +28,8 @@ public:
     explicit TOLV_GRAPHICS_VIEW(QWidget* parent = nullptr);
     ~TOLV_GRAPHICS_VIEW() override;
 
-    /// Makes the bird's eye view and its action, in place of those of before. Without a scene the internal error
+    /// Makes the bird's eye view and its action, in place of those of before. Its size and scale are those of the scene
+    /// rectangle of this moment, so that the scene should be complete. Without a scene the internal error
     /// "scene()!=nullptr".
     void create_birds_eye_view();
     /// Null before create_birds_eye_view().

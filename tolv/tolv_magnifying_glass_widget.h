@@ -13,7 +13,8 @@ class TOLV_ZOOM_SCROLL_AREA;
 
 /// A round lens with a handle that follows the pointer over a view while the left button is held, and shows what is under
 /// it at a higher zoom: the view paints itself into the lens. The zoom scroll area begins it at a press by magnifying(),
-/// which returns when a button is released, or when the view is hidden or deleted.
+/// which returns when a button is released, or when the view is hidden, deleted or cut off from the mouse by a modal
+/// dialog.
 ///
 /// The wheel makes the lens stronger or weaker; with Control larger or smaller. Size and strength stay for the next time.
 ///

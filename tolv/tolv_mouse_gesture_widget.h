@@ -27,7 +27,8 @@ enum GESTURE_DIRECTION : int
 /// scroll area begins it at a press of the left button by show_mouse_gesture(), which returns when the stroke is over.
 ///
 /// The stroke ends with the release of the button. A stroke that spans at most 9 pixels in both directions is a click.
-/// One that a second button or a modifier breaks ends without a command, as does one whose view is hidden or deleted.
+/// One that a second button or a modifier breaks ends without a command, as does one whose view is hidden or deleted, or
+/// is cut off from the mouse by a modal dialog.
 ///
 /// The widget is a transparent child of the view, made for one stroke. It belongs to show_mouse_gesture(), and goes with
 /// a view that is deleted in the middle.

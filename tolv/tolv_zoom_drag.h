@@ -17,7 +17,7 @@ class TOLV_ZOOM_SCROLL_AREA;
 ///
 /// The drag ends with the release of any button. While other buttons than exactly the right one are held, moves count
 /// for nothing: a press with another button so ends as a plain click. The drag also ends, without a command, when the
-/// view is hidden or deleted.
+/// view is hidden or deleted, or cut off from the mouse by a modal dialog.
 ///
 /// A host that removes a view in the middle of a drag does it by deleteLater(): behind a press of the right button Qt
 /// itself still sends a context menu event to where the press went.
@@ -29,7 +29,8 @@ class TOLV_EXPORT TOLV_ZOOM_DRAG_WIDGET : public QWidget
     Q_OBJECT
 
 public:
-    /// Whether the last drag has done all there was to do: it has really moved, or its view went away in the middle.
+    /// Whether the last drag has done all there was to do: it has really moved, or its view went away in the middle or
+    /// was not visible in the first place.
     /// Otherwise its press is still to be treated as one without a drag. For the whole process, as only one drag can be
     /// under way.
     static bool m_use_zoom_drag;
