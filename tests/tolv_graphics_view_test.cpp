@@ -215,7 +215,8 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_display_tells_what_was_painted_and_what_took
         EXPECT_EQ(1.0, command.opacity);
     }
     ASSERT_EQ(3, lines.size());
-    QPainter painter(&device);
+    QPixmap screen(10, 10); // of the density for which a widget measures its texts
+    QPainter painter(&screen);
     painter.setFont(*TOLV_FONT(TOLV_GUI_FONT).get_font());
     const QRectF text_rect = painter.boundingRect(QRectF(10, 10, 10, 10), Qt::AlignLeft, lines.join(QLatin1Char('\n')));
     painter.end();
