@@ -268,7 +268,7 @@ void warm_held(benchmark::State& state)
         state.PauseTiming();
         view.expandAll();
         view.setCurrentIndex(filter.index(count / 2 + 1, 0));
-        for (int row = 7; row < count; row += count / 100)
+        for (int row = 7; row < count; row += count / 100 + 1)
             view.selectionModel()->select(filter.index(row, 0), QItemSelectionModel::Select);
         QCoreApplication::processEvents();
         state.ResumeTiming();
