@@ -208,6 +208,32 @@ TEST_F(TREE_FILTER_CHANGES, rows_shown_by_a_match_are_told_of_one_by_one_and_oth
     EXPECT_EQ(0, layout.size());
 }
 
+TEST_F(TREE_FILTER_CHANGES, a_row_that_a_subclass_lets_stay_is_announced_when_a_match_below_it_shows_it)
+{
+    class STUBBORN : public TOLV_TREE_FILTER_PROXY_MODEL
+    {
+    public:
+        bool lets_all_stay = false;
+
+    protected:
+        bool filterAcceptsRow(int row, const QModelIndex& parent) const override
+        {
+            return lets_all_stay || TOLV_TREE_FILTER_PROXY_MODEL::filterAcceptsRow(row, parent);
+        }
+    };
+    NODE* b = m_tree->append(m_tree->append(m_tree->root(), QStringLiteral("a")), QStringLiteral("b"));
+    STUBBORN filter;
+    filter.setSourceModel(m_tree.get());
+    filter.regexp_filter(QStringLiteral("x"));
+    ASSERT_EQ(0, filter.rowCount());
+    QSignalSpy layout(&filter, SIGNAL(layoutChanged()));
+    QSignalSpy inserted(&filter, SIGNAL(rowsInserted(QModelIndex, int, int)));
+    filter.lets_all_stay = true;
+    m_tree->append(b, QStringLiteral("x"));
+    EXPECT_EQ(QStringList({"a", ".b", "..x"}), get_rows(filter));
+    EXPECT_LT(0, layout.size() + inserted.size());
+}
+
 /// A tree of items that counts how often it is asked for a text.
 class COUNTING_MODEL : public QStandardItemModel
 {
