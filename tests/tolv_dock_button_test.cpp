@@ -366,14 +366,13 @@ TEST_F(TOLV_DOCK_BUTTON_TEST, the_window_comes_before_the_others_of_the_edge_go)
     const TOLV_DOCK_WIDGET* const second = add_unpinned_dock("Second");
     GUI_DRIVER::show(m_window.get());
     GUI_DRIVER::click(find_button(first));
-    QStringList order;
-    const QObject scope; // of the connections
-    QObject::connect(second, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
-                     [&](bool active) { order << (active ? QStringLiteral("second comes") : QString()); });
-    QObject::connect(first, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
-                     [&](bool active) { order << (active ? QString() : QStringLiteral("first goes")); });
+    const auto order = std::make_shared<QStringList>();
+    QObject::connect(second, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, second,
+                     [order](bool active) { *order << (active ? QStringLiteral("second comes") : QString()); });
+    QObject::connect(first, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, first,
+                     [order](bool active) { *order << (active ? QString() : QStringLiteral("first goes")); });
     GUI_DRIVER::click(find_button(second));
-    EXPECT_EQ(QStringList({"second comes", "first goes"}), order);
+    EXPECT_EQ(QStringList({"second comes", "first goes"}), *order);
 }
 
 TEST_F(TOLV_DOCK_BUTTON_TEST, a_host_may_take_buttons_off_the_bar_when_it_hears_of_a_window_that_goes)
@@ -385,15 +384,15 @@ TEST_F(TOLV_DOCK_BUTTON_TEST, a_host_may_take_buttons_off_the_bar_when_it_hears_
     TOLV_DOCK_WIDGET_BUTTON_BAR* const bar = m_window->m_button_bars.value(Qt::LeftToolBarArea);
     // Whichever of them goes first, the others lose their buttons and stay.
     const QObject scope; // of the connections
-    const auto buttons = bar->m_buttons.keys();
-    TOLV_DOCK_WIDGET_BUTTON* const chosen = buttons.constFirst();
+    TOLV_DOCK_WIDGET_BUTTON* const chosen = bar->m_buttons.firstKey();
     for (TOLV_DOCK_WIDGET* dock : qAsConst(docks))
     {
         dock->show();
         QObject::connect(dock, &TOLV_DOCK_WIDGET::dock_widget_active_state_changed, &scope,
                          [=](bool active)
                          {
-                             for (TOLV_DOCK_WIDGET_BUTTON* button : bar->m_buttons.keys())
+                             const QList<TOLV_DOCK_WIDGET_BUTTON*> present = bar->m_buttons.keys();
+                             for (TOLV_DOCK_WIDGET_BUTTON* button : present)
                              {
                                  if (!active && button != chosen && button->get_dock() != dock)
                                      delete button;

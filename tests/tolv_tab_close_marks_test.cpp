@@ -82,8 +82,8 @@ TEST_F(TOLV_TAB_CLOSE_MARKS_TEST, the_mark_is_a_cross_with_room_around_it)
     const int size = picture.width();
     ASSERT_EQ(size, picture.height());
     const QRect ink = find_color_rect(picture, INK);
-    EXPECT_NEAR(size / 2, ink.center().x(), 1);
-    EXPECT_NEAR(size / 2, ink.center().y(), 1);
+    EXPECT_NEAR(size * 0.5, ink.center().x(), 1);
+    EXPECT_NEAR(size * 0.5, ink.center().y(), 1);
     EXPECT_NEAR(size * 0.52, ink.width(), size * 0.06);
     EXPECT_NEAR(size * 0.52, ink.height(), size * 0.06);
     for (const QPoint& arm : {QPoint(-1, -1), QPoint(1, -1), QPoint(-1, 1), QPoint(1, 1)})
