@@ -1,5 +1,6 @@
 // A hierarchy of 1.1 million instances, ten of each module in the one above: opening it in a view, unfolding it, and
-// filtering it by its own filter, beside Qt's recursive filter on the same model.
+// filtering it by its own filter, beside Qt's recursive filter on the same model. Then the same of a module that holds a
+// million instances side by side, all of them on show.
 
 #include "hierarchy_filter_model.h"
 #include "hierarchy_model.h"
@@ -41,6 +42,19 @@ std::shared_ptr<const NETLIST> get_netlist()
     return netlist;
 }
 
+/// A top with a million instances.
+std::shared_ptr<const NETLIST> get_flat_netlist()
+{
+    static const std::shared_ptr<const NETLIST> netlist = []
+    {
+        std::string text = R"({"modules":{"leaf":{"cells":{"c":{"type":"LUT"}}},"top":{"cells":{)";
+        for (int i = 0; i < 1000000; ++i)
+            text.append(i > 0 ? ",\"u_" : "\"u_").append(std::to_string(i)).append(R"(":{"type":"leaf"})");
+        return NETLIST_READER::read_text(text + "}}}}", "flat.json").netlist;
+    }();
+    return netlist;
+}
+
 /// What a user types: about one instance in a thousand, every second one, none.
 const char* get_keyword(std::int64_t number)
 {
@@ -50,14 +64,16 @@ const char* get_keyword(std::int64_t number)
 
 struct SHOWN
 {
-    explicit SHOWN(bool is_own) : hierarchy(nullptr), own(&hierarchy, nullptr)
+    explicit SHOWN(bool is_own, bool is_flat = false) : hierarchy(nullptr), own(&hierarchy, nullptr)
     {
         view.setUniformRowHeights(true);
         view.resize(400, 700);
         plain.setSourceModel(&hierarchy);
         plain.setRecursiveFilteringEnabled(true);
         view.setModel(is_own ? own.get_view_model() : static_cast<QAbstractItemModel*>(&plain));
-        hierarchy.set_netlist(get_netlist());
+        hierarchy.set_netlist(is_flat ? get_flat_netlist() : get_netlist());
+        if (is_flat)
+            view.expand(view.model()->index(0, 0));
     }
 
     HIERARCHY_MODEL hierarchy;
@@ -134,11 +150,48 @@ void filter_stock(benchmark::State& state)
     }
 }
 
+void open_flat(benchmark::State& state)
+{
+    get_flat_netlist();
+    for ([[maybe_unused]] auto _ : state)
+    {
+        SHOWN shown(true, true);
+        benchmark::DoNotOptimize(shown.view.grab());
+    }
+}
+
+/// Filtering, a picture, and the end of the filter. About one in a thousand, every second one, none.
+template <bool IS_OWN>
+void filter_flat(benchmark::State& state)
+{
+    static const char* const keywords[] = {"u_\\d*777$", "[02468]$", "nowhere"};
+    const QString keyword = QString::fromLatin1(keywords[state.range(0)]);
+    SHOWN shown(IS_OWN, true);
+    TOLV_TREE_FILTER_PROXY_MODEL& own = *shown.own.get_filter_model();
+    own.set_include_child(false); // the top's own name must not bring all
+    for ([[maybe_unused]] auto _ : state)
+    {
+        for (const QString& each : {keyword, QString()})
+        {
+            if (IS_OWN)
+                own.regexp_filter(each);
+            else
+                shown.plain.setFilterRegularExpression(each);
+            shown.view.expand(shown.view.model()->index(0, 0));
+            benchmark::DoNotOptimize(shown.view.grab());
+        }
+    }
+}
+
 BENCHMARK(open_hierarchy)->Unit(benchmark::kMillisecond);
 BENCHMARK(walk_hierarchy)->Unit(benchmark::kMillisecond);
 BENCHMARK(expand_all)->Unit(benchmark::kMillisecond)->ArgName("own")->Arg(1)->Arg(0);
 BENCHMARK(filter_own)->Unit(benchmark::kMillisecond)->ArgName("keyword")->DenseRange(0, 2);
 BENCHMARK(filter_stock)->Unit(benchmark::kMillisecond)->ArgName("keyword")->DenseRange(0, 2);
+BENCHMARK(open_flat)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(filter_flat, true)->Unit(benchmark::kMillisecond)->ArgName("keyword")->DenseRange(0, 2);
+// Qt takes rows out and in run by run: minutes for the others.
+BENCHMARK_TEMPLATE(filter_flat, false)->Unit(benchmark::kMillisecond)->ArgName("keyword")->Arg(2);
 } // namespace
 
 int main(int argc, char** argv)
