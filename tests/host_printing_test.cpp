@@ -173,8 +173,8 @@ TEST_F(host_printing, the_floorplan_fills_the_printable_part_in_the_middle)
         const double scale = std::min(double(page.width()) / bounds.width(), double(page.height()) / bounds.height());
         EXPECT_NEAR(drawn.width(), bounds.width() * scale, 2);
         EXPECT_NEAR(drawn.height(), bounds.height() * scale, 2);
-        EXPECT_NEAR(drawn.center().x(), page.width() / 2, 2);
-        EXPECT_NEAR(drawn.center().y(), page.height() / 2, 2);
+        EXPECT_NEAR(drawn.center().x(), page.width() / 2.0, 2);
+        EXPECT_NEAR(drawn.center().y(), page.height() / 2.0, 2);
         EXPECT_TRUE(QRect(QPoint(0, 0), page).contains(drawn));
     }
 }
@@ -251,7 +251,7 @@ TEST_F(host_printing, a_file_has_one_page_that_begins_behind_the_margins)
         EXPECT_EQ(pdf.count("/Type /Page\n"), 1);
         EXPECT_EQ(get_paper(pdf), QSize(595, 842));
         // What the pictures of the other tests take for granted: a printer's own origin lies behind the margins.
-        const QRegularExpression matrix(R"(\n(\S+) 0 0 (\S+) (\S+) (\S+) cm\n)");
+        static const QRegularExpression matrix(R"(\n(\S+) 0 0 (\S+) (\S+) (\S+) cm\n)");
         const QString stream = QString::fromLatin1(get_page_stream(pdf));
         const QRegularExpressionMatch match = matrix.match(stream);
         ASSERT_TRUE(match.hasMatch()) << stream.left(200).toStdString();
