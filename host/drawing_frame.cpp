@@ -122,9 +122,3 @@ void DRAWING_FRAME::show_level(float level)
     m_shows_all = m_is_fitting;
     m_level_label->setText(tr("%1 %").arg(std::lround(level * 100)));
 }
-
-void DRAWING_FRAME::end_temporary_tool()
-{
-    QAction* const first = m_tools->actions().constFirst();
-    first->setChecked(true);
-}

@@ -45,7 +45,7 @@ protected:
 
     /// Puts the drawing under the tool bar. The keyboard focus goes to `view`.
     void set_drawing(QWidget* drawing, QWidget* view);
-    /// Makes the tool that is chosen at first, and again by end_temporary_tool().
+    /// Makes the tool that is chosen at first.
     QAction* add_selection_tool();
     QActionGroup* get_tools() const;
     /// Puts the level of zoom at the end of the tool bar.
@@ -59,7 +59,6 @@ protected:
 protected slots:
     /// @param level of zoom, 1 for 100 percent
     void show_level(float level);
-    void end_temporary_tool();
 
 private slots:
     void fit_now();

@@ -34,8 +34,9 @@ TOLV_ZOOM_SCROLL_AREA* DRAWING_PANE::get_area() const
 
 void DRAWING_PANE::fill_tool_bar()
 {
-    add_selection_tool();
+    m_selection_tool = m_tool = m_tool_before = add_selection_tool();
     m_area->insert_modes(get_tools());
+    TOLV_SAFE_CONNECT(get_tools(), SIGNAL(triggered(QAction*)), this, SLOT(follow_tool(QAction*)));
     m_area->add_mode_actions(get_tool_bar());
     get_tool_bar()->addSeparator();
     m_area->insert_actions(get_tool_bar(), nullptr);
@@ -73,4 +74,20 @@ void DRAWING_PANE::reveal(const QRect& rect)
 {
     if (isVisible() && !rect.isEmpty())
         m_area->scroll_to_logical_rect(rect);
+}
+
+/// The tools of the area set their cursors by themselves, and nobody takes them off again.
+void DRAWING_PANE::follow_tool(QAction* tool)
+{
+    if (tool == m_tool)
+        return;
+    m_tool_before = m_tool;
+    m_tool = tool;
+    if (tool == m_selection_tool)
+        m_view->unsetCursor();
+}
+
+void DRAWING_PANE::end_temporary_tool()
+{
+    m_tool_before->trigger();
 }

@@ -14,6 +14,7 @@
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_titlebar.h"
 #include "tolv_mdi_area.h"
+#include "tolv_tool_bar.h"
 #include "tolv_zoom_scroll_area.h"
 
 #include <QAction>
@@ -131,6 +132,34 @@ TEST_F(host_documents, a_placed_design_has_a_floorplan_and_others_have_none)
     EXPECT_FALSE(get_tab_texts().contains("Floorplan"));
 }
 
+TEST_F(host_documents, a_pan_for_the_time_being_gives_the_tool_of_before_back)
+{
+    open("rtl");
+    documents().show_document(WORKBENCH_DOCUMENTS::DOCUMENT_SCHEMATIC);
+    GUI_DRIVER::process_posted();
+    const TOLV_ZOOM_SCROLL_AREA* const area = documents().get_schematic()->get_area();
+    QAction* const selection = documents().get_schematic()->get_tool_bar()->actions().constFirst();
+    QWidget* const view = schematic();
+    const auto pan = [&]
+    {
+        const QPoint start = view->mapFrom(area->viewport(), area->viewport()->rect().center());
+        GUI_DRIVER::focus(view);
+        GUI_DRIVER::click(view, start, Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(area->get_action(TOLV_PAN_TOOL_ACTION)->isChecked());
+        EXPECT_EQ(Qt::OpenHandCursor, view->cursor().shape());
+        GUI_DRIVER::key_release(view, Qt::Key_Control);
+    };
+    pan();
+    EXPECT_TRUE(selection->isChecked());
+    EXPECT_EQ(Qt::ArrowCursor, view->cursor().shape());
+    area->get_action(TOLV_ZOOM_TOOL_ACTION)->trigger();
+    pan();
+    EXPECT_TRUE(area->get_action(TOLV_ZOOM_TOOL_ACTION)->isChecked());
+    EXPECT_EQ(Qt::BitmapCursor, view->cursor().shape());
+    selection->trigger();
+    EXPECT_EQ(Qt::ArrowCursor, view->cursor().shape());
+}
+
 TEST_F(host_documents, a_document_that_is_closed_opens_again)
 {
     open("rtl");
@@ -182,7 +211,8 @@ TEST_F(host_documents, a_drag_to_the_lower_right_chooses_the_cells_in_the_rectan
 {
     open("rtl");
     const SCHEMATIC& drawing = *schematic()->get_schematic();
-    const QRect rect = schematic()->get_physical(drawing.boxes[drawing.find_item_of_cell(2)].rect).adjusted(-4, -4, 4, 4);
+    const QRect rect =
+        schematic()->get_physical(drawing.boxes[drawing.find_item_of_cell(2)].rect).adjusted(-4, -4, 4, 4);
     drag_in(schematic(), rect.topLeft(), rect.bottomRight());
     EXPECT_EQ(schematic()->get_selection(), std::vector<std::uint32_t>{drawing.find_item_of_cell(2)});
 }
