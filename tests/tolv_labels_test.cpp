@@ -84,6 +84,14 @@ TEST_F(TOLV_VERTICAL_LABEL_TEST, the_hints_are_those_of_a_label_with_width_and_h
     EXPECT_EQ(lying.sizeHint().transposed(), m_label->sizeHint());
     EXPECT_EQ(lying.minimumSizeHint().transposed(), m_label->minimumSizeHint());
     EXPECT_GT(m_label->sizeHint().height(), m_label->sizeHint().width());
+    for (QLabel* label : {&lying, static_cast<QLabel*>(m_label.get())})
+    {
+        label->setText(QStringLiteral("Hierarchy of the whole design"));
+        label->setWordWrap(true); // where the two hints differ
+    }
+    ASSERT_NE(lying.sizeHint(), lying.minimumSizeHint());
+    EXPECT_EQ(lying.sizeHint().transposed(), m_label->sizeHint());
+    EXPECT_EQ(lying.minimumSizeHint().transposed(), m_label->minimumSizeHint());
 }
 
 TEST_F(TOLV_VERTICAL_LABEL_TEST, the_text_runs_from_bottom_to_top)
