@@ -133,8 +133,8 @@ protected:
     /// The size of the paper in a PDF file, in points.
     static QSize get_paper(const QByteArray& pdf)
     {
-        const QRegularExpressionMatch match = QRegularExpression(R"(/MediaBox \[0 0 (\S+) (\S+)\])")
-                                                  .match(QString::fromLatin1(pdf.constData(), pdf.size()));
+        static const QRegularExpression box(R"(/MediaBox \[0 0 (\S+) (\S+)\])");
+        const QRegularExpressionMatch match = box.match(QString::fromLatin1(pdf.constData(), pdf.size()));
         EXPECT_TRUE(match.hasMatch());
         return QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble()).toSize();
     }
