@@ -195,6 +195,7 @@ TEST_F(TREE_FILTER_CHANGES, rows_shown_by_a_match_are_told_of_one_by_one_and_oth
     NODE* a = m_tree->append(m_tree->root(), QStringLiteral("a"));
     NODE* b = m_tree->append(m_tree->root(), QStringLiteral("b"));
     m_tree->append(b, QStringLiteral("x"));
+    NODE* d = m_tree->append(m_tree->append(m_tree->root(), QStringLiteral("c")), QStringLiteral("d"));
     m_filter->regexp_filter(QStringLiteral("x"));
     ASSERT_EQ(QStringList({"b", ".x"}), rows());
     QSignalSpy inserted(m_filter.get(), SIGNAL(rowsInserted(QModelIndex, int, int)));
@@ -207,6 +208,22 @@ TEST_F(TREE_FILTER_CHANGES, rows_shown_by_a_match_are_told_of_one_by_one_and_oth
     EXPECT_EQ(0, inserted[0][1].toInt());
     EXPECT_EQ(0, removed.size());
     EXPECT_EQ(0, layout.size());
+    m_tree->append(d, QStringLiteral("x3"));
+    EXPECT_EQ(QStringList({"a", ".x2", "b", ".x", "c", ".d", "..x3"}), rows());
+    EXPECT_EQ(2, inserted.size()) << "the topmost row, with all that is below it";
+    EXPECT_EQ(0, layout.size());
+}
+
+TEST_F(TREE_FILTER_CHANGES, a_filter_that_is_not_dynamic_leaves_ancestors_alone_until_the_next_filtering)
+{
+    NODE* b = m_tree->append(m_tree->append(m_tree->root(), QStringLiteral("a")), QStringLiteral("b"));
+    m_filter->setDynamicSortFilter(false);
+    m_filter->regexp_filter(QStringLiteral("x"));
+    ASSERT_EQ(QStringList(), rows());
+    m_tree->append(b, QStringLiteral("x"));
+    EXPECT_EQ(QStringList(), rows());
+    m_filter->regexp_filter(QStringLiteral("x"));
+    EXPECT_EQ(QStringList({"a", ".b", "..x"}), rows());
 }
 
 TEST_F(TREE_FILTER_CHANGES, a_row_that_a_subclass_lets_stay_is_announced_when_a_match_below_it_shows_it)
