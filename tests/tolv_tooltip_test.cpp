@@ -92,6 +92,18 @@ TEST_F(TOLV_TOOLTIP_TEST, a_new_tip_is_closed_and_looks_like_the_platforms)
                 m_tip->windowOpacity(), 0.01);
 }
 
+TEST_F(TOLV_TOOLTIP_TEST, a_tip_has_the_colours_of_the_platforms_tips_and_is_ready_to_be_measured)
+{
+    const QPalette platforms = QToolTip::palette();
+    QPalette changed = platforms;
+    changed.setColor(QPalette::ToolTipBase, Qt::magenta);
+    QToolTip::setPalette(changed);
+    const TOLV_TOOLTIP tip(m_window.get());
+    QToolTip::setPalette(platforms);
+    EXPECT_EQ(QColor(Qt::magenta), tip.palette().color(QPalette::ToolTipBase));
+    EXPECT_TRUE(tip.testAttribute(Qt::WA_WState_Polished));
+}
+
 // ---- States ---------------------------------------------------------------------------------------------------------
 
 TEST_F(TOLV_TOOLTIP_TEST, a_tip_waits_is_shown_and_closes)
@@ -208,6 +220,7 @@ TEST_F(TOLV_TOOLTIP_TEST, a_tip_that_closes_is_never_the_last_window)
 {
     const QSignalSpy last_window_closed(&app(), SIGNAL(lastWindowClosed()));
     m_window->hide();
+    EXPECT_FALSE(m_tip->testAttribute(Qt::WA_QuitOnClose)); // without a running event loop nothing is told anyway
     const TOLV_TOOLTIP other(m_window.get());
     m_tip->hide_immediately();
     EXPECT_EQ(0, last_window_closed.count());
@@ -224,6 +237,13 @@ TEST_F(TOLV_TOOLTIP_TEST, a_tip_stands_25_pixels_from_the_pointer_as_large_as_it
     show_at_once("clk: the clock of the receiver");
     EXPECT_EQ(m_tip->sizeHint(), m_tip->size());
     EXPECT_LT(small.width() * small.height(), m_tip->width() * m_tip->height());
+}
+
+TEST_F(TOLV_TOOLTIP_TEST, a_size_that_the_owner_has_set_stays)
+{
+    m_tip->resize(100, 50);
+    show_at_once("clk: the clock of the receiver");
+    EXPECT_EQ(QSize(100, 50), m_tip->size());
 }
 
 TEST_F(TOLV_TOOLTIP_TEST, a_tip_at_the_edge_of_the_screen_moves_by_its_size)

@@ -8,6 +8,7 @@
 #include "tolv_tree_item_delegate.h"
 #include "tolv_tree_item_radio_button_delegate.h"
 
+#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
@@ -162,6 +163,24 @@ TEST_F(TOLV_TREE_ITEM_DELEGATE_TEST, the_pointer_lights_a_button_up_only_in_the_
     EXPECT_FALSE(m_style.m_buttons.at(0).state.testFlag(QStyle::State_Raised));
 }
 
+TEST_F(TOLV_TREE_ITEM_DELEGATE_TEST, a_held_button_sinks_the_pressed_icon_alone_and_leaves_others_flat)
+{
+    const auto get_state = [this](const QModelIndex& pressed)
+    {
+        m_view->m_pressed_icon_index = pressed;
+        paint(QStyle::State_MouseOver);
+        return m_style.m_buttons.at(0).state & (QStyle::State_Raised | QStyle::State_Sunken);
+    };
+    GUI_DRIVER::press(m_view->viewport(), CELL.bottomRight()); // on no icon
+    EXPECT_EQ(QStyle::State_Raised, get_state(QModelIndex()));
+    EXPECT_EQ(QStyle::State_Sunken, get_state(index(m_fifo)));
+    EXPECT_EQ(QStyle::SC_All, m_style.m_buttons.at(0).activeSubControls);
+    EXPECT_EQ(QStyle::State_None, get_state(index(m_clk)));
+    EXPECT_EQ(QStyle::SC_None, m_style.m_buttons.at(0).activeSubControls);
+    GUI_DRIVER::release(m_view->viewport(), CELL.bottomRight());
+    EXPECT_EQ(QStyle::State_Raised, get_state(index(m_fifo)));
+}
+
 TEST_F(TOLV_TREE_ITEM_DELEGATE_TEST, the_icon_is_that_of_the_items_state)
 {
     m_style.m_is_mute = true; // what is left is the delegate's own icon
@@ -184,6 +203,7 @@ TEST_F(TOLV_TREE_ITEM_DELEGATE_TEST, without_role_flag_icon_or_enabled_state_the
     disabled.state &= ~QStyle::State_Enabled;
     expect_same_picture(paint(QStyledItemDelegate(), disabled, index(m_fifo)),
                         paint(m_delegate, disabled, index(m_fifo)));
+    paint(m_delegate, disabled, index(m_fifo)); // of the two before, either may have been drawn last
     EXPECT_EQ(0, m_style.m_buttons.size());
     m_fifo->setData(false, TOLV_TREE_ROLE_CLICKABLE_ICON);
     paint();
@@ -193,6 +213,7 @@ TEST_F(TOLV_TREE_ITEM_DELEGATE_TEST, without_role_flag_icon_or_enabled_state_the
     {
         m_fifo->setData(no_icon, Qt::DecorationRole);
         expect_same_picture(paint(QStyledItemDelegate(), get_option(), index(m_fifo)), paint());
+        paint();
         EXPECT_EQ(0, m_style.m_buttons.size());
     }
 }
@@ -284,6 +305,45 @@ TEST_F(TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE_TEST, the_text_stands_to_the_right_o
               m_style.get_primitives(QStyle::PE_IndicatorRadioButton).value(0).rect);
 }
 
+TEST_F(TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE_TEST, the_indicator_is_placed_by_the_applications_style)
+{
+    /// An indicator and a distance from it that no other style here has; half of the distance is not a whole pixel.
+    class WIDE_INDICATOR_STYLE : public QProxyStyle
+    {
+    public:
+        WIDE_INDICATOR_STYLE() : QProxyStyle(QStringLiteral("fusion"))
+        {
+        }
+        int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+        {
+            if (metric == PM_ExclusiveIndicatorWidth)
+                return 31;
+            return metric == PM_RadioButtonLabelSpacing ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    };
+    QApplication::setStyle(new WIDE_INDICATOR_STYLE);
+    paint_radio(256); // the view has a style of its own
+    ASSERT_EQ(1, m_style.m_items.size());
+    EXPECT_EQ(CELL.adjusted(31 + 7, 0, 0, 0), m_style.m_items.at(0).rect);
+    const QStyleOptionViewItem option = get_option();
+    const QRect indicator = m_style.subElementRect(QStyle::SE_CheckBoxIndicator, &option, m_view);
+    EXPECT_EQ(indicator.translated(3, 0), m_style.get_primitives(QStyle::PE_IndicatorRadioButton).value(0).rect);
+    const auto panels = m_style.get_primitives(QStyle::PE_PanelItemViewItem);
+    EXPECT_EQ(QRect(CELL.left(), CELL.top(), 31 + 7 + 1, CELL.height()), panels.value(1).rect);
+    m_clk->setData(QSize(50, 1), Qt::SizeHintRole); // the width of the indicator makes nothing higher
+    EXPECT_EQ(m_style.pixelMetric(QStyle::PM_ExclusiveIndicatorHeight),
+              m_radio.sizeHint(option, index(m_clk)).height());
+    QApplication::setStyle(QStringLiteral("fusion"));
+}
+
+TEST_F(TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE_TEST, a_radio_button_with_a_clickable_icon_is_no_tool_button)
+{
+    m_fifo->setData(true, TOLV_TREE_ROLE_RADIO_BUTTON);
+    paint(m_radio, get_option(), index(m_fifo));
+    EXPECT_EQ(1, m_style.get_primitives(QStyle::PE_IndicatorRadioButton).size());
+    EXPECT_EQ(0, m_style.m_buttons.size());
+}
+
 TEST_F(TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE_TEST, a_selection_runs_under_the_indicator)
 {
     const QImage picture = paint_radio(257, QStyle::State_Selected);
@@ -314,6 +374,7 @@ TEST_F(TOLV_TREE_ITEM_RADIO_BUTTON_DELEGATE_TEST, other_items_are_drawn_as_qt_do
         m_fifo->setData(role, TOLV_TREE_ROLE_RADIO_BUTTON);
         expect_same_picture(paint(QStyledItemDelegate(), get_option(), index(m_fifo)),
                             paint(m_radio, get_option(), index(m_fifo)));
+        paint(m_radio, get_option(), index(m_fifo));
         EXPECT_EQ(0, m_style.m_buttons.size());
         EXPECT_EQ(0, m_style.get_primitives(QStyle::PE_IndicatorRadioButton).size());
     }

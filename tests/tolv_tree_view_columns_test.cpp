@@ -206,6 +206,17 @@ TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, damaged_values_count_as_missing)
     }
 }
 
+TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, the_narrowest_and_the_widest_column_that_qt_takes_come_back)
+{
+    m_view->header()->setMinimumSectionSize(0);
+    for (const int width : {0, (1 << 20) - 1})
+    {
+        store("design_window", "Name_column_size", width);
+        m_view->load_column_visibility_from_registry();
+        EXPECT_EQ(width, m_view->columnWidth(0));
+    }
+}
+
 TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, values_that_older_tools_stored_as_texts_are_understood)
 {
     store("design_window", "Type_column_visibility", QStringLiteral("true"));
@@ -230,6 +241,16 @@ TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, a_stored_value_that_is_invalid_is_an_interna
     store("design_window", "Type_column_visibility", false);
     store("design_window", "Area_column_size", QVariant());
     EXPECT_INTERNAL_ERROR(m_view->load_column_visibility_from_registry(), "variant.isValid()");
+}
+
+TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, a_column_that_comes_back_hidden_has_its_width_when_it_is_shown)
+{
+    store("design_window", "Type_column_visibility", true);
+    store("design_window", "Type_column_size", 91);
+    m_view->load_column_visibility_from_registry();
+    EXPECT_TRUE(m_view->isColumnHidden(1));
+    m_view->setColumnHidden(1, false);
+    EXPECT_EQ(91, m_view->columnWidth(1));
 }
 
 TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, stored_titles_without_a_column_are_kept)
@@ -331,6 +352,12 @@ TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, a_tree_of_one_column_has_an_empty_menu)
     EXPECT_EQ(QStringList(), get_menu_texts());
     m_model->setColumnCount(0);
     EXPECT_EQ(QStringList(), get_menu_texts());
+}
+
+TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, a_tree_of_two_columns_lists_the_second)
+{
+    m_model->setColumnCount(2);
+    EXPECT_EQ(QStringList({QStringLiteral("Type")}), get_menu_texts());
 }
 
 TEST_F(TOLV_TREE_VIEW_COLUMNS_TEST, an_ampersand_in_a_title_is_shown)

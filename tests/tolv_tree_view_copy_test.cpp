@@ -144,6 +144,20 @@ TEST_F(TOLV_TREE_VIEW_COPY_TEST, a_prefix_stands_before_text_and_name)
     EXPECT_EQ("chip|clk", get_copied_names().at(0).m_name);
 }
 
+TEST_F(TOLV_TREE_VIEW_COPY_TEST, prefix_and_name_are_in_the_local_encoding)
+{
+    const QString prefix = QString::fromUtf8("\xe2\x82\xac|"); // in no one-byte alphabet of the first 256 characters
+    const QString name = QString::fromUtf8("\xcf\x89_clk");
+    m_clk->setText(name);
+    select(index(m_clk));
+    m_view->on_copy_selection(false, prefix.toLocal8Bit().constData());
+    EXPECT_EQ(prefix + name + QStringLiteral("\t\n"), get_copied_text());
+    ASSERT_EQ(1, get_copied_names().size());
+    // The clipboard takes the bytes of a name for single characters, on purpose.
+    const QString on_clipboard = QString::fromLatin1((prefix + name).toLocal8Bit());
+    EXPECT_EQ(on_clipboard.toLocal8Bit().toStdString(), get_copied_names().at(0).m_name);
+}
+
 TEST_F(TOLV_TREE_VIEW_COPY_TEST, cells_outside_the_first_column_copy_nothing)
 {
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));

@@ -158,13 +158,26 @@ TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_press_on_an_icon_without_the_role_is_eaten_a
 TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_release_elsewhere_tells_nothing)
 {
     const QSignalSpy clicked(m_view, SIGNAL(icon_clicked(QModelIndex)));
-    for (const QPoint& elsewhere : {m_icon.center() + QPoint(60, 0), get_icon_of(m_clk), QPoint(500, 350)})
+    for (const QPoint& elsewhere :
+         {m_icon.center() + QPoint(20, 0), m_icon.center() + QPoint(60, 0), get_icon_of(m_clk), QPoint(500, 350)})
     {
         press(m_icon.center());
         release(elsewhere);
         EXPECT_FALSE(m_view->get_pressed_icon_index().isValid());
     }
     EXPECT_EQ(0, clicked.count());
+}
+
+TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_click_on_an_icon_is_no_click_on_its_item_though_one_went_before)
+{
+    const QSignalSpy clicked(m_view, SIGNAL(icon_clicked(QModelIndex)));
+    const QSignalSpy plain_clicked(m_view, SIGNAL(clicked(QModelIndex)));
+    GUI_DRIVER::click(m_view->viewport(), m_icon.center() + QPoint(20, 0));
+    EXPECT_EQ(1, plain_clicked.count());
+    EXPECT_EQ(0, clicked.count());
+    GUI_DRIVER::click(m_view->viewport(), m_icon.center());
+    EXPECT_EQ(1, plain_clicked.count());
+    EXPECT_EQ(1, clicked.count());
 }
 
 TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_press_elsewhere_and_a_release_on_the_icon_tell_nothing)
@@ -276,6 +289,13 @@ TEST_F(TOLV_TREE_VIEW_ICONS_TEST, press_and_release_are_noted_for_developers)
     release(m_icon.center());
     ASSERT_EQ(2U, get_debug_messages().size());
     EXPECT_TRUE(get_debug_messages().at(1).startsWith(QStringLiteral("Released over the icon QModelIndex(0,0,")));
+}
+
+TEST_F(TOLV_TREE_VIEW_ICONS_TEST, drawing_is_noted_by_the_switch_alone)
+{
+    const SCOPED_DEBUG_MESSAGES messages;
+    render_widget(m_view->viewport());
+    EXPECT_TRUE(get_debug_messages().empty());
 }
 
 TEST_F(TOLV_TREE_VIEW_ICONS_TEST, a_double_click_is_told_before_the_view_reacts)

@@ -104,15 +104,17 @@ TEST_F(TOLV_TREE_VIEW_KEYS_TEST, the_row_that_a_derived_class_finds_is_entered_i
     {
     public:
         using TOLV_TREE_VIEW::TOLV_TREE_VIEW;
-        QModelIndex moveCursor(CursorAction action, [[maybe_unused]] Qt::KeyboardModifiers modifiers) override
+        QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override
         {
             m_is_up = action == MoveUp;
             m_is_down = action == MoveDown;
+            m_modifiers = modifiers;
             return m_choice;
         }
         QPersistentModelIndex m_choice;
         bool m_is_up = false;
         bool m_is_down = false;
+        Qt::KeyboardModifiers m_modifiers;
     };
     auto* const short_row = new QStandardItem(QStringLiteral("short"));
     m_ram->appendRow(short_row);
@@ -124,12 +126,14 @@ TEST_F(TOLV_TREE_VIEW_KEYS_TEST, the_row_that_a_derived_class_finds_is_entered_i
 
     view.m_choice = index(m_spare);
     view.setCurrentIndex(index(m_top, 2));
-    GUI_DRIVER::key_click(&view, Qt::Key_Down);
+    GUI_DRIVER::key_click(&view, Qt::Key_Down, Qt::ControlModifier);
     EXPECT_TRUE(view.m_is_down);
+    EXPECT_EQ(Qt::ControlModifier, view.m_modifiers);
     EXPECT_EQ(index(m_spare, 2), view.currentIndex());
     view.m_choice = index(short_row);
-    GUI_DRIVER::key_click(&view, Qt::Key_Up);
+    GUI_DRIVER::key_click(&view, Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_TRUE(view.m_is_up);
+    EXPECT_EQ(Qt::ShiftModifier, view.m_modifiers);
     EXPECT_EQ(index(short_row), view.currentIndex());
 }
 
@@ -169,14 +173,17 @@ TEST_F(TOLV_TREE_VIEW_KEYS_TEST, no_current_cell_is_no_obstacle)
         EXPECT_EQ(QModelIndex(), press(QModelIndex(), key)) << key;
 }
 
-TEST_F(TOLV_TREE_VIEW_KEYS_TEST, where_rows_are_selected_the_keys_are_those_of_a_plain_tree)
+TEST_F(TOLV_TREE_VIEW_KEYS_TEST, where_rows_or_columns_are_selected_the_keys_are_those_of_a_plain_tree)
 {
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    EXPECT_EQ(index(m_fifo), press(index(m_fifo), Qt::Key_Right));
-    EXPECT_TRUE(m_view->isExpanded(index(m_fifo)));
-    EXPECT_EQ(index(m_fifo), press(index(m_fifo), Qt::Key_Left));
-    EXPECT_FALSE(m_view->isExpanded(index(m_fifo)));
-    EXPECT_EQ(index(m_clk), press(index(m_fifo), Qt::Key_Down));
+    for (const auto behavior : {QAbstractItemView::SelectRows, QAbstractItemView::SelectColumns})
+    {
+        m_view->setSelectionBehavior(behavior);
+        EXPECT_EQ(index(m_fifo), press(index(m_fifo), Qt::Key_Right));
+        EXPECT_TRUE(m_view->isExpanded(index(m_fifo)));
+        EXPECT_EQ(index(m_fifo), press(index(m_fifo), Qt::Key_Left));
+        EXPECT_FALSE(m_view->isExpanded(index(m_fifo)));
+        EXPECT_EQ(index(m_clk), press(index(m_fifo), Qt::Key_Down));
+    }
 }
 
 // ---- Scrolling ------------------------------------------------------------------------------------------------------
