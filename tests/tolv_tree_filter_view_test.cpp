@@ -100,6 +100,7 @@ protected:
     TOLV_TREE_FILTER_PROXY_MODEL m_ours;
     PLAIN_FILTER m_plain;
     int m_layout_count = 0;
+    QList<int> m_child_counts;
 };
 
 /// Does the same to both sides.
@@ -349,12 +350,12 @@ TEST_F(TREE_FILTER_VIEW, a_level_that_is_asked_for_while_rows_go_is_filtered_by_
     m_tree->append(child, QStringLiteral("below it")); // a view asks for the levels below the rows that it shows
     SIDE ours(m_ours);
     ours.selection().select(m_ours.mapFromSource(top(301)), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    QList<int> child_counts;
     QObject::connect(&m_ours, &QAbstractItemModel::rowsRemoved, &m_ours,
-                     [&] { child_counts.append(m_ours.rowCount(m_ours.mapFromSource(m_tree->get_index(child)))); });
+                     [this, child]
+                     { m_child_counts.append(m_ours.rowCount(m_ours.mapFromSource(m_tree->get_index(child)))); });
     m_ours.regexp_filter(QStringLiteral("x"));
-    ASSERT_FALSE(child_counts.isEmpty());
-    EXPECT_EQ(1, child_counts.constFirst());
+    ASSERT_FALSE(m_child_counts.isEmpty());
+    EXPECT_EQ(1, m_child_counts.constFirst());
 }
 
 class TREE_FILTER_RANDOM_VIEW : public TREE_FILTER_VIEW, public testing::WithParamInterface<unsigned>
