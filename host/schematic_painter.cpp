@@ -110,7 +110,8 @@ struct SCHEMATIC_PAINTER::TEXT_FONTS
 struct SCHEMATIC_PAINTER::CONTEXT
 {
     CONTEXT(QPainter& to, double with_scale, const STYLE& with, TEXT_FONTS& texts)
-        : painter(to), style(with), fonts(texts), scale(with_scale), has_text(with_scale >= SMALLEST_TEXT_SCALE || with.line_width > 0)
+        : painter(to), style(with), fonts(texts), scale(with_scale),
+          has_text(with_scale >= SMALLEST_TEXT_SCALE || with.line_width > 0)
     {
     }
 
