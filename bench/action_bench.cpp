@@ -1,14 +1,12 @@
 // Commands: the look-ups of their texts and names, and tolv_create_action() beside a QAction made by hand.
 
+#include "gui_bench.h"
 #include "tolv_create_action.h"
 #include "tolv_icon.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QHash>
 #include <QKeySequence>
-
-#include <benchmark/benchmark.h>
 
 #include <vector>
 
@@ -113,10 +111,5 @@ BENCHMARK(create_all_actions)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv)
 {
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

@@ -5,6 +5,7 @@
 #include "floorplan.h"
 #include "floorplan_painter.h"
 #include "floorplan_view.h"
+#include "gui_bench.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 
@@ -18,8 +19,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QWheelEvent>
-#include <benchmark/benchmark.h>
 
 #include <cstdio>
 
@@ -121,8 +120,6 @@ BENCHMARK_CAPTURE(paint_graphics_view, one_percent, 0.1)->Unit(benchmark::kMilli
 
 // ---- In a window ----------------------------------------------------------------------------------------------------
 
-int s_paints = 0;
-
 /// Counts what reaches the screen.
 class COUNTING_VIEW : public FLOORPLAN_VIEW
 {
@@ -130,48 +127,9 @@ protected:
     void paintEvent(QPaintEvent* event) override
     {
         FLOORPLAN_VIEW::paintEvent(event);
-        ++s_paints;
+        ++GUI_BENCH::s_paints;
     }
 };
-
-class COUNTING_GRAPHICS_VIEW : public QGraphicsView
-{
-public:
-    using QGraphicsView::QGraphicsView;
-
-protected:
-    void wheelEvent(QWheelEvent* event) override
-    {
-        const qreal factor = event->angleDelta().y() > 0 ? 1.25 : 0.8;
-        scale(factor, factor);
-        event->accept();
-    }
-    void paintEvent(QPaintEvent* event) override
-    {
-        QGraphicsView::paintEvent(event);
-        ++s_paints;
-    }
-};
-
-/// All that comes of an event, up to the last repaint that it brought about.
-void deliver(QWidget* widget, QEvent* event)
-{
-    const int paints = s_paints;
-    QApplication::sendEvent(widget, event);
-    do
-    {
-        QApplication::processEvents();
-    } while (s_paints == paints);
-}
-
-/// A notch of the wheel with Control held.
-void turn_wheel(QWidget* viewport, int delta)
-{
-    const QPoint position = viewport->rect().center();
-    QWheelEvent event(position, viewport->mapToGlobal(position), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      Qt::ControlModifier, Qt::NoScrollPhase, false);
-    deliver(viewport, &event);
-}
 
 /// The plan in its scroll area.
 struct PLAN_WINDOW
@@ -201,7 +159,7 @@ void wheel_step_on_floorplan(benchmark::State& state, double part)
     int delta = 120;
     for ([[maybe_unused]] auto _ : state)
     {
-        turn_wheel(window.area.viewport(), delta);
+        GUI_BENCH::turn_wheel(window.area.viewport(), delta);
         delta = -delta;
     }
 }
@@ -224,7 +182,7 @@ void pan_step_on_floorplan(benchmark::State& state, double part)
     {
         QMouseEvent move(QEvent::MouseMove, window.view->mapFromGlobal(start), start + QPoint(offset, offset),
                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        deliver(window.view, &move);
+        GUI_BENCH::wait_for_paint([&] { QApplication::sendEvent(window.view, &move); });
         offset = -offset;
     }
 }
@@ -248,7 +206,7 @@ struct SCENE_WINDOW
     }
 
     QGraphicsScene scene;
-    COUNTING_GRAPHICS_VIEW view{&scene};
+    ZOOMING_GRAPHICS_VIEW view{&scene};
 };
 
 void wheel_step_on_graphics_view(benchmark::State& state, double part)
@@ -257,7 +215,7 @@ void wheel_step_on_graphics_view(benchmark::State& state, double part)
     int delta = 120;
     for ([[maybe_unused]] auto _ : state)
     {
-        turn_wheel(window.view.viewport(), delta);
+        GUI_BENCH::turn_wheel(window.view.viewport(), delta);
         delta = -delta;
     }
 }
@@ -271,13 +229,12 @@ void pan_step_on_graphics_view(benchmark::State& state, double part)
     int offset = 14;
     for ([[maybe_unused]] auto _ : state)
     {
-        const int paints = s_paints;
-        for (QScrollBar* bar : {window.view.horizontalScrollBar(), window.view.verticalScrollBar()})
-            bar->setValue(bar->value() + offset);
-        do
-        {
-            QApplication::processEvents();
-        } while (s_paints == paints);
+        GUI_BENCH::wait_for_paint(
+            [&]
+            {
+                for (QScrollBar* bar : {window.view.horizontalScrollBar(), window.view.verticalScrollBar()})
+                    bar->setValue(bar->value() + offset);
+            });
         offset = -offset;
     }
 }
@@ -287,10 +244,5 @@ BENCHMARK_CAPTURE(pan_step_on_graphics_view, one_percent, 0.1)->Unit(benchmark::
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

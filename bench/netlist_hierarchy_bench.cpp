@@ -2,13 +2,11 @@
 // filtering it by its own filter, beside Qt's recursive filter on the same model. Then the same of a module that holds a
 // million instances side by side, all of them on show.
 
+#include "gui_bench.h"
 #include "hierarchy_filter_model.h"
 #include "hierarchy_model.h"
 #include "netlist_reader.h"
 
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
 #include <QRegularExpression>
 #include <QSortFilterProxyModel>
 #include <QTreeView>
@@ -196,9 +194,5 @@ BENCHMARK_TEMPLATE(filter_flat, false)->Unit(benchmark::kMillisecond)->ArgName("
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

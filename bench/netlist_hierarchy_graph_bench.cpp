@@ -1,6 +1,7 @@
 // A hierarchy of 10^3 modules: making its graph, setting up its scene, and a frame of the view with all of it, with a part
 // of it at 100 percent, and after a change of the selection.
 
+#include "gui_bench.h"
 #include "hierarchy_graph_scene.h"
 #include "hierarchy_graph_view.h"
 #include "netlist_reader.h"
@@ -8,7 +9,6 @@
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
-#include <benchmark/benchmark.h>
 
 #include <string>
 
@@ -96,10 +96,5 @@ BENCHMARK_CAPTURE(paint_view, whole_with_another_selection, 0, true)->Unit(bench
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

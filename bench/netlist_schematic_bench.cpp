@@ -1,17 +1,16 @@
 // A schematic of 10^3 cells and more: a whole frame without texts, one with, and a part of it at 100 percent, beside a
 // QGraphicsView with the same boxes, lines and texts.
 
+#include "gui_bench.h"
 #include "netlist_reader.h"
 #include "schematic.h"
 #include "schematic_painter.h"
 
-#include <QApplication>
 #include <QGraphicsScene>
 #include <QGraphicsSimpleTextItem>
 #include <QGraphicsView>
 #include <QImage>
 #include <QPainter>
-#include <benchmark/benchmark.h>
 
 #include <string>
 
@@ -136,10 +135,5 @@ BENCHMARK_CAPTURE(paint_graphics_view, full_size, 1)->Unit(benchmark::kMilliseco
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

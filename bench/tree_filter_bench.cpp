@@ -5,6 +5,7 @@
 // tree round and back.
 
 #include "bench_rows.h"
+#include "gui_bench.h"
 
 #include "tolv_tree_filter_proxy_model.h"
 
@@ -12,11 +13,8 @@
 #include <KRecursiveFilterProxyModel>
 #endif
 
-#include <QApplication>
 #include <QStandardItemModel>
 #include <QTreeView>
-
-#include <benchmark/benchmark.h>
 
 #include <memory>
 #include <string>
@@ -358,7 +356,6 @@ void add_sort(const char* name, SHAPE shape, bool is_filtered, bool has_view)
 
 int main(int argc, char** argv)
 {
-    const QApplication app(argc, argv);
     add_cold("flat_one_in_1000", FLAT, ONE_IN_1000, false);
     add_first_level("flat_one_in_1000", FLAT, ONE_IN_1000);
     add_cold("flat_half", FLAT, HALF, false);
@@ -391,7 +388,5 @@ int main(int argc, char** argv)
     add("warm", "ours", "ten_children_one_in_1000_with_view", 100000, warm<OURS>, TEN_CHILDREN, ONE_IN_1000, true);
     add("warm", "ours", "flat_half_with_view", ALL, warm<OURS>, FLAT, HALF, true);
     add("warm", "ours", "ten_children_half", ALL, warm<OURS>, TEN_CHILDREN, HALF, false);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

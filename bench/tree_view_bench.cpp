@@ -4,16 +4,14 @@
 // while the memory brings leaves back, too).
 
 #include "bench_rows.h"
+#include "gui_bench.h"
 
 #include "tolv_frozen_tree_view.h"
 #include "tolv_tree_model.h"
 #include "tolv_tree_view.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QStandardItem>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <fstream>
@@ -252,8 +250,5 @@ BENCHMARK(dump_all)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return GUI_BENCH::run(argc, argv);
 }

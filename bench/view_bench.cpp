@@ -2,6 +2,7 @@
 // 10000 rectangles in a window of 1000 by 1000 pixels, all of it visible or one percent of it, and a step of the wheel up
 // to the end of its repaint.
 
+#include "gui_bench.h"
 #include "tolv_view.h"
 #include "tolv_zoom_scroll_area.h"
 
@@ -11,9 +12,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QWheelEvent>
-
-#include <benchmark/benchmark.h>
 
 #include <memory>
 
@@ -24,8 +22,6 @@ constexpr int SIDE = 100; // shapes in a row, and rows
 constexpr int PITCH = 100;
 constexpr int SHAPE = 80;
 constexpr QRect DRAWING(0, 0, SIDE* PITCH, SIDE* PITCH);
-
-int s_paints = 0;
 
 QRect get_shape(int column, int row)
 {
@@ -44,7 +40,7 @@ void paint_shapes(QPainter* painter, const QRect& logical)
         for (int column = first_column; column <= last_column; ++column)
             painter->fillRect(get_shape(column, row), (row + column) % 2 == 0 ? Qt::darkBlue : Qt::darkGreen);
     }
-    ++s_paints;
+    ++GUI_BENCH::s_paints;
 }
 
 /// The view of a host.
@@ -131,20 +127,6 @@ void repaint_bare_widget(benchmark::State& state, float zoom)
 BENCHMARK_CAPTURE(repaint_bare_widget, all_visible, ALL)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(repaint_bare_widget, one_percent_visible, HUNDREDTH)->Unit(benchmark::kMicrosecond);
 
-/// A notch of the wheel with Control held, and all that comes of it.
-void turn_wheel(QWidget* viewport, int delta)
-{
-    const QPoint position = viewport->rect().center();
-    QWheelEvent event(position, viewport->mapToGlobal(position), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      Qt::ControlModifier, Qt::NoScrollPhase, false);
-    const int paints = s_paints;
-    QApplication::sendEvent(viewport, &event);
-    do
-    {
-        QApplication::processEvents();
-    } while (s_paints == paints);
-}
-
 void wheel_step_of_view(benchmark::State& state, float zoom)
 {
     VIEW_WINDOW window;
@@ -152,32 +134,12 @@ void wheel_step_of_view(benchmark::State& state, float zoom)
     int delta = 120;
     for ([[maybe_unused]] auto _ : state)
     {
-        turn_wheel(window.area.viewport(), delta);
+        GUI_BENCH::turn_wheel(window.area.viewport(), delta);
         delta = -delta;
     }
 }
 BENCHMARK_CAPTURE(wheel_step_of_view, all_visible, ALL)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(wheel_step_of_view, one_percent_visible, HUNDREDTH)->Unit(benchmark::kMicrosecond);
-
-/// A graphics view that zooms with the wheel, as its documentation shows it.
-class ZOOMING_GRAPHICS_VIEW : public QGraphicsView
-{
-public:
-    using QGraphicsView::QGraphicsView;
-
-protected:
-    void wheelEvent(QWheelEvent* event) override
-    {
-        const qreal factor = event->angleDelta().y() > 0 ? 1.25 : 0.8;
-        scale(factor, factor);
-        event->accept();
-    }
-    void paintEvent(QPaintEvent* event) override
-    {
-        QGraphicsView::paintEvent(event);
-        ++s_paints;
-    }
-};
 
 void wheel_step_of_graphics_view(benchmark::State& state, qreal zoom)
 {
@@ -197,7 +159,7 @@ void wheel_step_of_graphics_view(benchmark::State& state, qreal zoom)
     int delta = 120;
     for ([[maybe_unused]] auto _ : state)
     {
-        turn_wheel(view.viewport(), delta);
+        GUI_BENCH::turn_wheel(view.viewport(), delta);
         delta = -delta;
     }
 }
@@ -207,10 +169,5 @@ BENCHMARK_CAPTURE(wheel_step_of_graphics_view, one_percent_visible, HUNDREDTH)->
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return GUI_BENCH::run(argc, argv);
 }

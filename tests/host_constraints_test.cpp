@@ -3,14 +3,12 @@
 #include "assignment_model.h"
 #include "assignment_view.h"
 #include "hierarchy_model.h"
+#include "host_workbench_fixture.h"
 #include "netlist_generator.h"
 #include "workbench_constraints.h"
 #include "workbench_documents.h"
-#include "workbench_window.h"
 
 #include "gui_answers.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "test_environment.h"
 
 #include "tolv_data_transfer_manager.h"
@@ -37,29 +35,21 @@
 
 namespace
 {
-class host_constraints : public TOLV_GUI_TEST
+class host_constraints : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         for (const char* name : {"station.constraints", "other.constraints"}) // of another test in this process
             QFile::remove(write_file(name, QByteArray()));
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+        make_and_show_window();
         m_constraints = m_window->get_constraints();
         m_model = m_constraints->get_model();
         m_table = find<ASSIGNMENT_VIEW>("assignments");
         m_tree = find<TOLV_TREE_VIEW>("hierarchy");
         find<TOLV_DOCK_WIDGET>("assignments_dock")->set_visible_and_raise(true);
         GUI_DRIVER::process_posted();
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
     }
 
     template <typename T>
@@ -150,7 +140,6 @@ protected:
         GUI_DRIVER::key_click(m_table, Qt::Key_V, Qt::ControlModifier);
     }
 
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
     WORKBENCH_CONSTRAINTS* m_constraints = nullptr;
     ASSIGNMENT_MODEL* m_model = nullptr;
     ASSIGNMENT_VIEW* m_table = nullptr;
@@ -335,8 +324,7 @@ TEST_F(host_constraints, columns_of_the_table_stay_as_wide_as_they_were_made)
     EXPECT_LT(200, m_table->columnWidth(0)); // not those of an empty table
     m_table->setColumnWidth(0, 222);
     m_window.reset();
-    m_window = std::make_unique<WORKBENCH_WINDOW>();
-    app().set_main_window(m_window.get());
+    make_window();
     ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
     EXPECT_EQ(222, find<ASSIGNMENT_VIEW>("assignments")->columnWidth(0));
 }

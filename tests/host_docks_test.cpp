@@ -1,12 +1,10 @@
+#include "host_workbench_fixture.h"
 #include "workbench_docks.h"
 
 #include "schematic_view.h"
 #include "workbench_documents.h"
-#include "workbench_window.h"
 
 #include "cfgq_registry.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button.h"
@@ -25,25 +23,13 @@
 namespace
 {
 /// The workbench's dock windows, pinned, unpinned and hidden by a user.
-class host_docks : public TOLV_GUI_TEST
+class host_docks : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         make_window();
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
-    }
-
-    void make_window()
-    {
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
     }
 
     void show()
@@ -87,8 +73,6 @@ protected:
     {
         return m_window->findChild<TOLV_MDI_AREA*>();
     }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 } // namespace
 

@@ -1,14 +1,12 @@
 #include "drawing_pane.h"
 #include "floorplan_view.h"
+#include "host_workbench_fixture.h"
 #include "schematic_view.h"
 #include "workbench_docks.h"
 #include "workbench_documents.h"
 #include "workbench_module_view.h"
-#include "workbench_window.h"
 
 #include "cfgq_registry.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "input_script.h"
 
 #include "tolv_dock_widget.h"
@@ -28,25 +26,13 @@
 namespace
 {
 /// The workbench with a design, driven as a user does.
-class host_documents : public TOLV_GUI_TEST
+class host_documents : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         make_window();
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
-    }
-
-    void make_window()
-    {
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
     }
 
     void open(const char* name)
@@ -112,8 +98,6 @@ protected:
     {
         return GUI_DRIVER::find_widget<TOLV_DOCK_WIDGET>(m_window.get(), QString::fromLatin1(name));
     }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 
 TEST_F(host_documents, a_placed_design_has_a_floorplan_and_others_have_none)

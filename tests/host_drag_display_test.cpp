@@ -2,11 +2,9 @@
 
 #include "assignment_model.h"
 #include "assignment_view.h"
+#include "host_workbench_fixture.h"
 #include "workbench_constraints.h"
-#include "workbench_window.h"
 
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "input_script.h"
 #include "x11_pointer.h"
 
@@ -17,30 +15,20 @@
 
 namespace
 {
-class host_drag_display : public TOLV_GUI_TEST
+class host_drag_display : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         ASSERT_EQ("xcb", QGuiApplication::platformName()) << "run it through tests/tools/with_display";
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+        make_and_show_window();
         m_window->open_file(QStringLiteral(WORKBENCH_DESIGNS "/serial_station_synth.json"));
         GUI_DRIVER::wait_for([this] { return !m_window->is_loading(); }, 30000);
         GUI_DRIVER::find_widget<TOLV_DOCK_WIDGET>(m_window.get(), QStringLiteral("assignments_dock"))
             ->set_visible_and_raise(true);
         GUI_DRIVER::process_posted();
     }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
-    }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 } // namespace
 

@@ -3,12 +3,10 @@
 #include "gallery_preview.h"
 #include "gallery_samples.h"
 #include "gallery_window.h"
+#include "host_workbench_fixture.h"
 #include "workbench_palette.h"
-#include "workbench_window.h"
 
 #include "gui_answers.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "module_recorder.h"
 #include "picture.h"
 #include "tolv_action_auto.h"
@@ -50,25 +48,17 @@ constexpr int COUNTS[GALLERY_KIND_COUNT] = {770, 784, 9, 22, 2, 593, 153, 194, 1
 } // namespace
 
 /// The workbench with its gallery open.
-class host_gallery : public TOLV_GUI_TEST
+class host_gallery : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+        WORKBENCH_TEST::SetUp();
+        make_and_show_window();
         m_gallery = m_window->open_gallery();
         m_gallery->use_size(QSize(780, 560)); // fits on the screen
         m_gallery->move(0, 0);
         ASSERT_TRUE(GUI_DRIVER::wait_for([this] { return m_gallery->isActiveWindow(); }));
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
     }
 
     template <typename T>
@@ -137,7 +127,6 @@ protected:
         return QGuiApplication::clipboard()->text();
     }
 
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
     QPointer<GALLERY_WINDOW> m_gallery;
 };
 

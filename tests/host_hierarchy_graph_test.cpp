@@ -1,5 +1,6 @@
 #include "gui_test.h"
 #include "hierarchy_graph.h"
+#include "host_netlist_fixture.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 #include "workbench_text.h"
@@ -10,13 +11,6 @@
 
 namespace
 {
-std::shared_ptr<const NETLIST> read(const std::string& text)
-{
-    const NETLIST_READ_RESULT result = NETLIST_READER::read_text(text, "test.json");
-    EXPECT_NE(result.netlist, nullptr) << "the test's own text is bad";
-    return result.netlist;
-}
-
 /// A cell in the file's own form.
 std::string make_cell(const std::string& name, const std::string& type)
 {
@@ -38,7 +32,7 @@ std::shared_ptr<const NETLIST> read_modules(const std::vector<std::string>& modu
     std::string text;
     for (const std::string& module : modules)
         text += (text.empty() ? "" : ",") + module;
-    return read(R"({"modules":{)" + text + "}}");
+    return read_netlist(R"({"modules":{)" + text + "}}");
 }
 
 /// "top" holds two of "a" and one of "b"; "a" holds three of "b", which has one cell.
@@ -173,7 +167,7 @@ TEST_F(host_hierarchy_graph, parents_stand_to_the_left_of_what_they_hold_and_not
 
 TEST_F(host_hierarchy_graph, counts_beyond_any_number_stop_at_the_largest)
 {
-    const auto graph = make(read(NETLIST_GENERATOR::make_doubling(70, 1)));
+    const auto graph = make(read_netlist(NETLIST_GENERATOR::make_doubling(70, 1)));
     EXPECT_EQ(find(*graph, "m69").instance_count, 2u);
     EXPECT_EQ(find(*graph, "m7").instance_count, std::uint64_t(1) << 63);
     EXPECT_EQ(find(*graph, "m0").instance_count, std::numeric_limits<std::uint64_t>::max());

@@ -1,5 +1,6 @@
 #include "hierarchy_filter_model.h"
 #include "hierarchy_model.h"
+#include "host_netlist_fixture.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 
@@ -35,14 +36,7 @@ enum MODULE
 
 std::shared_ptr<const NETLIST> read(const std::string& text = TEXT)
 {
-    const NETLIST_READ_RESULT result = NETLIST_READER::read_text(text, "some.json");
-    EXPECT_NE(nullptr, result.netlist) << result.error.get_text();
-    return result.netlist;
-}
-
-std::shared_ptr<const NETLIST> read_design(const std::string& name)
-{
-    return NETLIST_READER::read_file(std::string(WORKBENCH_DESIGNS) + "/serial_station_" + name + ".json").netlist;
+    return read_netlist(text);
 }
 
 QStringList row_at(const QAbstractItemModel& model, int row, const QModelIndex& parent = QModelIndex())

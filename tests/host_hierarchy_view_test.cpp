@@ -2,13 +2,11 @@
 #include "hierarchy_graph_pane.h"
 #include "hierarchy_graph_scene.h"
 #include "hierarchy_graph_view.h"
+#include "host_workbench_fixture.h"
 #include "netlist_reader.h"
 #include "workbench_documents.h"
-#include "workbench_window.h"
 
 #include "gui_answers.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "input_script.h"
 #include "picture.h"
 
@@ -489,23 +487,15 @@ TEST_F(host_hierarchy_view, the_birds_eye_view_shows_the_graph_and_moves_the_vie
 
 // ---- In the workbench -----------------------------------------------------------------------------------------------
 
-class host_hierarchy_document : public TOLV_GUI_TEST
+class host_hierarchy_document : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+        WORKBENCH_TEST::SetUp();
+        make_and_show_window();
         m_window->open_file(QStringLiteral(WORKBENCH_DESIGNS "/serial_station_rtl.json"));
         wait();
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
     }
 
     void wait() const
@@ -519,8 +509,6 @@ protected:
     {
         return *m_window->get_documents()->get_hierarchy()->get_view();
     }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 
 TEST_F(host_hierarchy_document, the_command_opens_the_graph_and_a_module_opens_its_schematic)

@@ -1,3 +1,4 @@
+#include "host_netlist_fixture.h"
 #include "netlist_properties.h"
 #include "netlist_reader.h"
 #include "netlist_table_model.h"
@@ -36,14 +37,7 @@ enum MODULE
 
 std::shared_ptr<const NETLIST> read(const std::string& text = TEXT)
 {
-    const NETLIST_READ_RESULT result = NETLIST_READER::read_text(text, "some.json");
-    EXPECT_NE(nullptr, result.netlist) << result.error.get_text();
-    return result.netlist;
-}
-
-std::shared_ptr<const NETLIST> read_design(const std::string& name)
-{
-    return NETLIST_READER::read_file(std::string(WORKBENCH_DESIGNS) + "/serial_station_" + name + ".json").netlist;
+    return read_netlist(text);
 }
 
 QString text_at(const QAbstractItemModel& model, int row, int column, const QModelIndex& parent = QModelIndex())

@@ -1,3 +1,4 @@
+#include "host_netlist_fixture.h"
 #include "netlist_connectivity.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
@@ -10,21 +11,6 @@
 
 namespace
 {
-std::shared_ptr<const NETLIST> read_design(const std::string& name)
-{
-    const NETLIST_READ_RESULT result =
-        NETLIST_READER::read_file(std::string(WORKBENCH_DESIGNS) + "/serial_station_" + name + ".json");
-    EXPECT_NE(nullptr, result.netlist) << result.error.get_text();
-    return result.netlist;
-}
-
-std::shared_ptr<const NETLIST> read_text(const std::string& text)
-{
-    const NETLIST_READ_RESULT result = NETLIST_READER::read_text(text, "some.json");
-    EXPECT_NE(nullptr, result.netlist) << result.error.get_text();
-    return result.netlist;
-}
-
 std::uint32_t find_module(const NETLIST& netlist, const std::string& name)
 {
     for (std::uint32_t i = 0; i < netlist.modules.size(); ++i)
@@ -140,7 +126,7 @@ TEST(host_netlist_statistics, a_module_in_the_middle_counts_itself_and_what_is_b
 
 TEST(host_netlist_statistics, an_instance_counts_as_often_as_it_stands)
 {
-    const auto netlist = read_text(R"({"modules":{
+    const auto netlist = read_netlist(R"({"modules":{
         "leaf":{"cells":{"a":{"type":"LUT"},"b":{"type":"LUT"},"c":{"type":"DFF"}},"netnames":{"n":{"bits":[2,3]}}},
         "mid":{"cells":{"u":{"type":"leaf"},"v":{"type":"leaf"},"x":{"type":"LUT"}}},
         "top":{"cells":{"m":{"type":"mid"},"n":{"type":"mid"},"l":{"type":"leaf"}}}}})");
@@ -166,7 +152,7 @@ TEST(host_netlist_statistics, an_instance_counts_as_often_as_it_stands)
 
 TEST(host_netlist_statistics, counts_stop_at_the_largest_value)
 {
-    const auto netlist = read_text(NETLIST_GENERATOR::make_doubling(70, 2));
+    const auto netlist = read_netlist(NETLIST_GENERATOR::make_doubling(70, 2));
     ASSERT_NE(nullptr, netlist);
     EXPECT_EQ(~std::uint64_t(0), netlist_get_totals(*netlist, 70).leaf_cells);
     EXPECT_EQ(71u, netlist_get_totals(*netlist, 70).levels);
@@ -177,7 +163,7 @@ TEST(host_netlist_statistics, counts_stop_at_the_largest_value)
 
 TEST(host_netlist_connectivity, pins_and_ports_count_by_their_directions)
 {
-    const auto netlist = read_text(R"({"modules":{"m":{
+    const auto netlist = read_netlist(R"({"modules":{"m":{
         "ports":{"in":{"direction":"input","bits":[2]},"out":{"direction":"output","bits":[3]},
                  "pad":{"direction":"inout","bits":[4]}},
         "cells":{
@@ -204,7 +190,7 @@ TEST(host_netlist_connectivity, pins_and_ports_count_by_their_directions)
 
 TEST(host_netlist_connectivity, net_numbers_of_any_size_are_counted)
 {
-    const auto netlist = read_text(R"({"modules":{"m":{"ports":{"p":{"direction":"input","bits":[2147483647]}},
+    const auto netlist = read_netlist(R"({"modules":{"m":{"ports":{"p":{"direction":"input","bits":[2147483647]}},
                                    "netnames":{"n":{"bits":[2147483647]}}}}})");
     ASSERT_NE(nullptr, netlist);
     const NETLIST_CONNECTIVITY connectivity(netlist->modules[0]);

@@ -1,4 +1,5 @@
 #include "gui_test.h"
+#include "host_netlist_fixture.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 #include "schematic.h"
@@ -13,16 +14,9 @@
 
 namespace
 {
-std::shared_ptr<const NETLIST> read(const std::string& text)
-{
-    const NETLIST_READ_RESULT result = NETLIST_READER::read_text(text, "test.json");
-    EXPECT_NE(result.netlist, nullptr) << "the test's own text is bad";
-    return result.netlist;
-}
-
 std::shared_ptr<const SCHEMATIC> draw(const std::string& module)
 {
-    const std::shared_ptr<const NETLIST> netlist = read(R"({"modules":{"m":)" + module + "}}");
+    const std::shared_ptr<const NETLIST> netlist = read_netlist(R"({"modules":{"m":)" + module + "}}");
     return SCHEMATIC::make(netlist, netlist->top_modules[0]);
 }
 
@@ -170,7 +164,8 @@ TEST_F(SCHEMATIC_TEST, boxes_keep_apart_lines_follow_the_axes_and_every_edge_is_
 
 TEST_F(SCHEMATIC_TEST, a_module_that_is_too_large_is_not_drawn)
 {
-    const std::shared_ptr<const NETLIST> netlist = read(NETLIST_GENERATOR::make(SCHEMATIC::LARGEST_BOX_COUNT + 1));
+    const std::shared_ptr<const NETLIST> netlist =
+        read_netlist(NETLIST_GENERATOR::make(SCHEMATIC::LARGEST_BOX_COUNT + 1));
     const auto block =
         std::find_if(netlist->modules.begin(), netlist->modules.end(),
                      [&](const NETLIST_MODULE& module) { return netlist->names.get(module.name) == "block"; });

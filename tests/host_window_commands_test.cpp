@@ -1,10 +1,8 @@
 #include "drawing_pane.h"
+#include "host_workbench_fixture.h"
 #include "workbench_recent_files.h"
-#include "workbench_window.h"
 
 #include "gui_answers.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "tolv_create_action.h"
 #include "tolv_dock_widget.h"
 #include "tolv_icon.h"
@@ -58,22 +56,14 @@ const QWidget* get_scope(const QObject* owner, Qt::ShortcutContext context)
 } // namespace
 
 /// The workbench with a design.
-class host_window_commands : public TOLV_GUI_TEST
+class host_window_commands : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         WORKBENCH_RECENT_FILES::clear();
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
+        make_and_show_window();
     }
 
     void load(const char* design) const
@@ -96,8 +86,6 @@ protected:
                 table->selectRow(row);
         }
     }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 
 TEST_F(host_window_commands, the_commands_of_the_menus_are_the_named_ones)

@@ -1,15 +1,13 @@
+#include "host_workbench_fixture.h"
 #include "netlist_generator.h"
 #include "netlist_reader.h"
 #include "workbench_documents.h"
 #include "workbench_loader.h"
 #include "workbench_module_view.h"
 #include "workbench_recent_files.h"
-#include "workbench_window.h"
 
 #include "cfgq_registry.h"
 #include "gui_answers.h"
-#include "gui_driver.h"
-#include "gui_test.h"
 #include "test_environment.h"
 
 #include <QAbstractItemView>
@@ -50,23 +48,15 @@ QString write_large_file(const std::string& name = "large.json")
 }
 } // namespace
 
-class host_window : public TOLV_GUI_TEST
+class host_window : public WORKBENCH_TEST
 {
 protected:
     void SetUp() override
     {
-        TOLV_GUI_TEST::SetUp();
+        WORKBENCH_TEST::SetUp();
         WORKBENCH_RECENT_FILES::clear();
-        m_window = std::make_unique<WORKBENCH_WINDOW>();
-        app().set_main_window(m_window.get());
-        ASSERT_TRUE(GUI_DRIVER::show(m_window.get()));
+        make_and_show_window();
         m_window->get_documents()->show_document(WORKBENCH_DOCUMENTS::DOCUMENT_TABLES);
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        TOLV_GUI_TEST::TearDown();
     }
 
     WORKBENCH_WINDOW& window() const
@@ -123,8 +113,6 @@ protected:
         auto* const view = find<QAbstractItemView>(view_name);
         GUI_DRIVER::click(view->viewport(), view->visualRect(view->model()->index(row, 0)).center());
     }
-
-    std::unique_ptr<WORKBENCH_WINDOW> m_window;
 };
 
 // ---- Opening --------------------------------------------------------------------------------------------------------

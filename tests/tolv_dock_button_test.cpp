@@ -1,5 +1,6 @@
 #include "gui_driver.h"
 #include "gui_test.h"
+#include "paint_counter.h"
 #include "picture.h"
 #include "tolv_dock_widget.h"
 #include "tolv_dock_widget_button.h"
@@ -81,18 +82,6 @@ QImage turn(const QImage& picture, int degrees)
     turned.setDevicePixelRatio(picture.devicePixelRatio());
     return turned;
 }
-
-/// Counts how often a widget is painted.
-class PAINT_COUNTER : public QObject
-{
-public:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        m_count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-    int m_count = 0;
-};
 
 /// What the style makes of a tool button, on the colour of the window.
 QImage paint_by_style(const QToolButton& button)
@@ -204,8 +193,7 @@ TEST_F(TOLV_DOCK_BUTTON_TEST, setting_the_edge_paints_the_button_again)
     GUI_DRIVER::show(m_window.get());
     TOLV_DOCK_WIDGET_BUTTON* const button = find_button(dock);
     GUI_DRIVER::process_posted();
-    PAINT_COUNTER counter;
-    button->installEventFilter(&counter);
+    const PAINT_COUNTER counter(button);
     GUI_DRIVER::process_posted();
     ASSERT_EQ(0, counter.m_count);
     button->set_area(Qt::LeftToolBarArea);

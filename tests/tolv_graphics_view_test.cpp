@@ -3,6 +3,7 @@
 #include "gui_test.h"
 #include "input_script.h"
 #include "internal_error_trap.h"
+#include "paint_counter.h"
 #include "picture.h"
 #include "recording_paint_device.h"
 #include "tolv_birds_eye_view.h"
@@ -239,19 +240,6 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, the_switch_is_read_once)
 
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scroll_has_the_display_painted_anew_and_what_is_on_its_right)
 {
-    /// What is painted of a widget.
-    class PAINT_WATCH : public QObject
-    {
-    public:
-        QRegion painted;
-
-        bool eventFilter(QObject* /*watched*/, QEvent* event) override
-        {
-            if (event->type() == QEvent::Paint)
-                painted |= static_cast<QPaintEvent*>(event)->region();
-            return false;
-        }
-    };
     cfg_set_value("tolv_graphics_view_perf_debug", "on");
     ASSERT_TRUE(GUI_DRIVER::show(view.get()));
     scroll_to(QPoint(100, 100));
@@ -259,14 +247,12 @@ TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scroll_has_the_display_painted_anew_and_what_i
     const QImage picture = view->screen()->grabWindow(view->winId()).toImage();
     const QRect display = find_color_rect(picture, QColor(255, 178, 178), 2);
     ASSERT_EQ(QPoint(8, 9), display.topLeft());
-    PAINT_WATCH watch;
-    view->viewport()->installEventFilter(&watch);
+    const PAINT_COUNTER watch(view->viewport());
     scroll_to(QPoint(100, 97));
-    EXPECT_TRUE(watch.painted.contains(QPoint(display.right() + 20, display.top())));
-    EXPECT_FALSE(watch.painted.contains(QPoint(display.right() + 21, display.top())));
-    EXPECT_TRUE(watch.painted.contains(QPoint(display.left(), display.bottom() + 3))) << "where it was moved to";
-    EXPECT_FALSE(watch.painted.contains(QPoint(display.left(), display.bottom() + 4)));
-    view->viewport()->removeEventFilter(&watch);
+    EXPECT_TRUE(watch.m_painted.contains(QPoint(display.right() + 20, display.top())));
+    EXPECT_FALSE(watch.m_painted.contains(QPoint(display.right() + 21, display.top())));
+    EXPECT_TRUE(watch.m_painted.contains(QPoint(display.left(), display.bottom() + 3))) << "where it was moved to";
+    EXPECT_FALSE(watch.m_painted.contains(QPoint(display.left(), display.bottom() + 4)));
 }
 
 TEST_F(TOLV_GRAPHICS_VIEW_TEST, a_scroll_leaves_no_trace_of_the_display)

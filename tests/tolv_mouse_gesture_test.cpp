@@ -1,4 +1,5 @@
 #include "internal_error_trap.h"
+#include "paint_counter.h"
 #include "picture.h"
 #include "tolv_mouse_gesture_widget.h"
 #include "tolv_zoom_overlay_fixture.h"
@@ -482,29 +483,15 @@ TEST_F(TOLV_MOUSE_GESTURE_TEST, the_stroke_on_the_screen_follows_each_move)
 
 TEST_F(TOLV_MOUSE_GESTURE_TEST, each_move_has_the_surroundings_painted_a_hundred_pixels_around_the_stroke)
 {
-    /// What is painted of a widget.
-    class PAINT_WATCH : public QObject
-    {
-    public:
-        QRegion painted;
-
-        bool eventFilter(QObject* /*watched*/, QEvent* event) override
-        {
-            if (event->type() == QEvent::Paint)
-                painted |= static_cast<QPaintEvent*>(event)->region();
-            return false;
-        }
-    };
     stroke(QPoint(250, 200), QPoint(260, 220),
            [&]
            {
                GUI_DRIVER::process_posted();
-               PAINT_WATCH watch;
-               get_gesture()->installEventFilter(&watch);
+               const PAINT_COUNTER watch(get_gesture());
                GUI_DRIVER::move_to(view, QPoint(240, 230));
                GUI_DRIVER::process_posted();
                // The stroke of before, from column 250 to 260, and the new one, from 240 to 250 and to row 230.
-               EXPECT_EQ(QRect(QPoint(140, 100), QPoint(360, 330)), watch.painted.boundingRect());
+               EXPECT_EQ(QRect(QPoint(140, 100), QPoint(360, 330)), watch.m_painted.boundingRect());
            });
 }
 

@@ -1,4 +1,5 @@
 #include "gui_answers.h"
+#include "paint_counter.h"
 #include "tolv_birds_eye_view.h"
 #include "tolv_set_zoom_dlg.h"
 #include "tolv_zoom_fixture.h"
@@ -86,26 +87,15 @@ TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, the_action_shows_it_and_follows_it)
 TEST_F(TOLV_ZOOM_SCROLL_AREA_OVERVIEW_TEST, it_is_painted_anew_with_the_view_whatever_the_tool_is)
 {
     action(TOLV_BIRDS_EYE_VIEW_ACTION)->trigger();
-    class PAINT_COUNTER : public QObject
-    {
-    public:
-        int count = 0;
-        bool eventFilter(QObject* /*watched*/, QEvent* event) override
-        {
-            count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    };
-    PAINT_COUNTER paints;
-    overview()->installEventFilter(&paints);
+    PAINT_COUNTER paints(overview());
     for (const TOLV_ACTION_ENUM tool : {TOLV_COPY_ACTION, TOLV_ZOOM_TOOL_ACTION, TOLV_PAN_TOOL_ACTION})
     {
         if (action(tool) != nullptr)
             action(tool)->setChecked(true);
         GUI_DRIVER::process_posted();
-        paints.count = 0;
+        paints.m_count = 0;
         view->update(QRect(370, 270, 5, 5)); // not covered by the overview
-        EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return paints.count > 0; })) << tool;
+        EXPECT_TRUE(GUI_DRIVER::wait_for([&] { return paints.m_count > 0; })) << tool;
     }
 }
 

@@ -2,9 +2,11 @@
 
 #include <QEvent>
 #include <QObject>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QWidget>
 
-/// Counts the paintings of a widget from its construction on.
+/// Counts the paintings of a widget, and keeps what they painted, from its construction on.
 class PAINT_COUNTER : public QObject
 {
 public:
@@ -16,9 +18,13 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override
     {
         if (event->type() == QEvent::Paint)
+        {
             ++m_count;
+            m_painted |= static_cast<QPaintEvent*>(event)->region();
+        }
         return QObject::eventFilter(object, event);
     }
 
     int m_count = 0;
+    QRegion m_painted;
 };
