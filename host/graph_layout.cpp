@@ -14,6 +14,14 @@ std::mutex& get_mutex()
     return mutex;
 }
 
+/// The one context of the process, which is never freed: Graphviz' measuring of texts looks at the font that it measured last,
+/// and that font goes with its context. Under the mutex only.
+GVC_t* get_context()
+{
+    static GVC_t* const context = gvContext();
+    return context;
+}
+
 /// A text that Graphviz may keep; it takes texts by pointers to what it might change, and changes none.
 char* get_text(const char* text)
 {
@@ -29,7 +37,7 @@ QPointF get_point(const pointf& point)
 struct GRAPH_LAYOUT::IMPL
 {
     std::lock_guard<std::mutex> guard{get_mutex()};
-    GVC_t* context = gvContext();
+    GVC_t* context = get_context();
     Agraph_t* graph = agopen(get_text("drawing"), Agdirected, nullptr);
     std::vector<Agnode_t*> nodes;
     std::vector<Agedge_t*> edges;
@@ -79,8 +87,6 @@ GRAPH_LAYOUT::~GRAPH_LAYOUT()
         gvFreeLayout(m_impl->context, m_impl->graph);
     if (m_impl->graph != nullptr)
         agclose(m_impl->graph);
-    if (m_impl->context != nullptr)
-        gvFreeContext(m_impl->context);
 }
 
 void GRAPH_LAYOUT::set_attribute(const char* name, const std::string& value)

@@ -408,7 +408,9 @@ TEST_F(TOLV_MAIN_WINDOW_TEST, in_an_open_menu_below_a_menu_that_one_is_asked)
         {
             menu->setActiveAction(recent->menuAction());
             GUI_DRIVER::key_click(menu, Qt::Key_F1);
-            GUI_DRIVER::key_click(menu, Qt::Key_Right);
+            // The active action's menu opens by itself in a while, and its answer closes both.
+            if (menu->isVisible() && !recent->isVisible())
+                GUI_DRIVER::key_click(menu, Qt::Key_Right);
         });
     answer_next_menu(
         [&](QMenu* opened)
