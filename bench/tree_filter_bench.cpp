@@ -223,6 +223,24 @@ void warm(benchmark::State& state, SHAPE shape, HITS hits, bool has_view)
     }
 }
 
+void show_for_selecting(QTreeView& view, QAbstractItemModel& model)
+{
+    view.setUniformRowHeights(true);
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view.setModel(&model);
+    view.show();
+}
+
+/// With what a view does behind each.
+template <class FILTER>
+void filter_and_clear(FILTER& filter)
+{
+    filter.filter(QStringLiteral("_x_"));
+    QCoreApplication::processEvents();
+    filter.filter(QString());
+    QCoreApplication::processEvents();
+}
+
 /// The same with all rows selected.
 template <class FILTER>
 void warm_selected(benchmark::State& state)
@@ -231,20 +249,14 @@ void warm_selected(benchmark::State& state)
     FILTER filter;
     filter.setSourceModel(&tree);
     QTreeView view;
-    view.setUniformRowHeights(true);
-    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
-    view.setModel(&filter);
-    view.show();
+    show_for_selecting(view, filter);
     for ([[maybe_unused]] auto _ : state)
     {
         state.PauseTiming();
         view.clearSelection();
         view.selectAll();
         state.ResumeTiming();
-        filter.filter(QStringLiteral("_x_"));
-        QCoreApplication::processEvents();
-        filter.filter(QString());
-        QCoreApplication::processEvents();
+        filter_and_clear(filter);
     }
 }
 
@@ -256,10 +268,7 @@ void warm_held(benchmark::State& state)
     FILTER filter;
     filter.setSourceModel(&tree);
     QTreeView view;
-    view.setUniformRowHeights(true);
-    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
-    view.setModel(&filter);
-    view.show();
+    show_for_selecting(view, filter);
     const int count = filter.rowCount();
     for ([[maybe_unused]] auto _ : state)
     {
@@ -270,10 +279,7 @@ void warm_held(benchmark::State& state)
             view.selectionModel()->select(filter.index(row, 0), QItemSelectionModel::Select);
         QCoreApplication::processEvents();
         state.ResumeTiming();
-        filter.filter(QStringLiteral("_x_"));
-        QCoreApplication::processEvents();
-        filter.filter(QString());
-        QCoreApplication::processEvents();
+        filter_and_clear(filter);
     }
     state.counters["selected"] = view.selectionModel()->selectedRows().size();
 }
